@@ -1,0 +1,9 @@
+# pictavo_room(NAME [libraries ...]): the static library of one folder under src/, made of every source file in it.
+# Includes are written from src/ on ("core/Bytes.h"); tests/LayeringTest holds the direction of the arrows.
+
+function(pictavo_room name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.h)
+  add_library(pictavo_${name} STATIC ${sources})
+  target_include_directories(pictavo_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/generated)
+  target_link_libraries(pictavo_${name} PUBLIC ${ARGN} PRIVATE pictavo_compiler)
+endfunction()

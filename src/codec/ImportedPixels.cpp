@@ -1,0 +1,31 @@
+#include "codec/ImportedPixels.h"
+
+#include <algorithm>
+
+namespace pictavo {
+
+namespace {
+
+Cell Merged(const Cell& old, const Cell& imported, const ChannelFlags& flags) {
+    return {flags.red ? imported.r : old.r, flags.green ? imported.g : old.g, flags.blue ? imported.b : old.b,
+            flags.alpha ? imported.a : old.a};
+}
+
+}  // namespace
+
+void StoreImportedPixels(const ImportedPixels& pixels, int bitDepth, const ChannelFlags& flags,
+                         Picture& picture) {
+    auto next = pixels.cells.begin();
+    for (int y = 0; y < pixels.height; ++y) {
+        for (int x = 0; x < pixels.width; ++x, ++next) {
+            Cell& cell = picture.raster.At(x, y);
+            cell = flags.Any() ? Merged(cell, *next, flags) : *next;
+        }
+    }
+    picture.width = flags.Any() ? std::max(picture.width, pixels.width) : pixels.width;
+    picture.height = flags.Any() ? std::max(picture.height, pixels.height) : pixels.height;
+    picture.bitDepth = bitDepth;
+    picture.RasterHasAlpha = pixels.hasAlpha;
+}
+
+}  // namespace pictavo

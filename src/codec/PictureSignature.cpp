@@ -1,0 +1,131 @@
+#include "codec/PictureSignature.h"
+
+#include <array>
+
+namespace pictavo {
+
+namespace {
+
+Result<PictureFileInfo> ReadBitmapInfo(const ByteSource& source) {
+    constexpr std::uint32_t kShortHeaderSize = 12;  // the oldest form: 16-bit width and height
+    constexpr std::uint32_t kPlainPixels = 0;
+    constexpr std::uint32_t kPlainPixelsWithMasks = 3;
+    std::array<std::uint8_t, 34> head{};
+    PICTAVO_TRY(const std::size_t count, source.ReadAt(0, head));
+    if (count < 30)
+        return Fail(ErrorKind::Truncated, source.Path(), count, "the file ends inside its header");
+    const ByteView bytes(head);
+    PictureFileInfo info;
+    info.kind = PictureFileKind::Bitmap;
+    info.pixelOffset = LittleEndian32(bytes.subspan(10));
+    if (LittleEndian32(bytes.subspan(14)) == kShortHeaderSize) {
+        info.width = LittleEndian16(bytes.subspan(18));
+        info.height = LittleEndian16(bytes.subspan(20));
+        info.bitDepth = bytes[24];
+        return info;
+    }
+    info.width = static_cast<std::int32_t>(LittleEndian32(bytes.subspan(18)));
+    const std::int64_t height = static_cast<std::int32_t>(LittleEndian32(bytes.subspan(22)));
+    info.topDown = height < 0;
+    info.height = info.topDown ? -height : height;
+    info.bitDepth = bytes[28];
+    const std::uint32_t compression = LittleEndian32(bytes.subspan(30));
+    info.isCompressed = compression != kPlainPixels && compression != kPlainPixelsWithMasks;
+    return info;
+}
+
+Result<PictureFileInfo> ReadGifInfo(const ByteSource& source) {
+    PICTAVO_TRY(const Bytes head, source.ReadExactly(0, 11));
+    const ByteView bytes(head);
+    PictureFileInfo info;
+    info.kind = PictureFileKind::Gif;
+    info.width = LittleEndian16(bytes.subspan(6));
+    info.height = LittleEndian16(bytes.subspan(8));
+    info.bitDepth = (bytes[10] & 7) + 1;
+    return info;
+}
+
+constexpr std::uint8_t kMarkerStart = 0xFF;
+
+bool IsFrameMarker(std::uint8_t marker) {
+    return marker == 0xC0 || marker == 0xC2;
+}
+
+/// Markers that stand alone, without a length behind them: TEM, RST0 to RST7, SOI.
+bool StandsAlone(std::uint8_t marker) {
+    return marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8);
+}
+
+Result<PictureFileInfo> ReadFrame(const ByteSource& source, std::uint64_t at) {
+    PICTAVO_TRY(const Bytes frame, source.ReadExactly(at, 9));
+    PictureFileInfo info;
+    info.kind = PictureFileKind::Jpeg;
+    info.height = BigEndian16(ByteView(frame).subspan(5));
+    info.width = BigEndian16(ByteView(frame).subspan(7));
+    info.bitDepth = 24;
+    return info;
+}
+
+/// Walks the markers up to the start of the frame.
+Result<PictureFileInfo> ReadJpegInfo(const ByteSource& source) {
+    std::uint64_t at = 2;
+    for (;;) {
+        PICTAVO_TRY(const Bytes marker, source.ReadExactly(at, 2));
+        if (marker[0] != kMarkerStart)
+            return Fail(ErrorKind::Malformed, source.Path(), at, "no marker stands where one must");
+        if (IsFrameMarker(marker[1])) return ReadFrame(source, at);
+        if (marker[1] == kMarkerStart) {  // fill byte
+            ++at;
+        } else if (StandsAlone(marker[1])) {
+            at += 2;
+        } else {
+            PICTAVO_TRY(const Bytes length, source.ReadExactly(at + 2, 2));
+            at += 2U + BigEndian16(length);
+        }
+    }
+}
+
+bool TellsNoSize(const PictureFileInfo& info) {
+    return info.width <= 0 || info.height <= 0;
+}
+
+PictureFileKind KindOf(ByteView firstBytes) {
+    const std::string_view text = AsText(firstBytes);
+    if (text == "BM") return PictureFileKind::Bitmap;
+    if (text == "GI") return PictureFileKind::Gif;
+    if (text == "\xFF\xD8") return PictureFileKind::Jpeg;
+    if (text == "\x89P") return PictureFileKind::Png;
+    return PictureFileKind::Unknown;
+}
+
+Result<PictureFileInfo> ReadInfo(const ByteSource& source, PictureFileKind kind) {
+    switch (kind) {
+        case PictureFileKind::Bitmap:
+            return ReadBitmapInfo(source);
+        case PictureFileKind::Gif:
+            return ReadGifInfo(source);
+        case PictureFileKind::Jpeg:
+            return ReadJpegInfo(source);
+        case PictureFileKind::Png:
+        case PictureFileKind::Unknown:
+            break;
+    }
+    PictureFileInfo info;
+    info.kind = kind;
+    return info;
+}
+
+}  // namespace
+
+Result<PictureFileInfo> ReadPictureFileInfo(const ByteSource& source) {
+    std::array<std::uint8_t, 2> firstBytes{};
+    PICTAVO_TRY([[maybe_unused]] const std::size_t count, source.ReadAt(0, firstBytes));
+    const PictureFileKind kind = KindOf(firstBytes);
+    PICTAVO_TRY(const PictureFileInfo info, ReadInfo(source, kind));
+    const bool sizeStandsInHeader = kind != PictureFileKind::Png && kind != PictureFileKind::Unknown;
+    if (sizeStandsInHeader && TellsNoSize(info))
+        return Fail(ErrorKind::Malformed, source.Path(), "its header tells no size of a picture");
+    return info;
+}
+
+}  // namespace pictavo

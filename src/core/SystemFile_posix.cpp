@@ -1,0 +1,128 @@
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+#include "core/SystemFile.h"
+
+namespace pictavo::system_file {
+
+namespace {
+
+std::string Reason(int code) {
+    return std::generic_category().message(code);
+}
+
+Failure FailWith(ErrorKind kind, const std::filesystem::path& path, const std::string& what) {
+    const std::string reason = Reason(errno);
+    return Fail(kind, path, what + " (" + reason + ")");
+}
+
+template <typename Call>
+auto Retry(Call call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR) result = call();
+    return result;
+}
+
+}  // namespace
+
+Result<Opened> OpenForReading(const std::filesystem::path& path) {
+    const int handle = Retry([&] { return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); });
+    if (handle < 0) return FailWith(ErrorKind::FileMissing, path, "can not be opened");
+    struct stat status {};
+    if (fstat(handle, &status) == 0 && S_ISREG(status.st_mode))
+        return Opened{handle, static_cast<std::uint64_t>(status.st_size)};
+    Close(handle);
+    return Fail(ErrorKind::FileMissing, path,
+                S_ISDIR(status.st_mode) ? "can not be opened (it is a folder)"
+                                        : "can not be opened (it is no regular file)");
+}
+
+Result<std::size_t> ReadAt(int handle, std::uint64_t offset, MutableByteView into) {
+    std::size_t done = 0;
+    while (done < into.size()) {
+        const auto count = Retry([&] {
+            return pread(handle, into.data() + done, into.size() - done, static_cast<off_t>(offset + done));
+        });
+        if (count < 0)
+            return Fail(ErrorKind::ReadFailed, {}, offset + done, "can not be read (" + Reason(errno) + ")");
+        if (count == 0) break;
+        done += static_cast<std::size_t>(count);
+    }
+    return done;
+}
+
+Result<int> CreateNew(const std::filesystem::path& path) {
+    const int handle =
+        Retry([&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666); });
+    if (handle >= 0) return handle;
+    return FailWith(errno == EEXIST ? ErrorKind::FileExists : ErrorKind::WriteFailed, path,
+                    "can not be created");
+}
+
+Status Write(int handle, ByteView bytes, const std::filesystem::path& path) {
+    while (!bytes.empty()) {
+        const auto count = Retry([&] { return write(handle, bytes.data(), bytes.size()); });
+        if (count < 0) return FailWith(ErrorKind::WriteFailed, path, "can not be written");
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    return {};
+}
+
+Status WriteAt(int handle, std::uint64_t offset, ByteView bytes, const std::filesystem::path& path) {
+    while (!bytes.empty()) {
+        const auto count =
+            Retry([&] { return pwrite(handle, bytes.data(), bytes.size(), static_cast<off_t>(offset)); });
+        if (count < 0) return FailWith(ErrorKind::WriteFailed, path, "can not be written");
+        offset += static_cast<std::uint64_t>(count);
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    return {};
+}
+
+Status Sync(int handle, const std::filesystem::path& path) {
+    if (Retry([&] { return fsync(handle); }) < 0)
+        return FailWith(ErrorKind::WriteFailed, path, "can not be brought to the disk");
+    return {};
+}
+
+void SyncFolder(const std::filesystem::path& folder) {
+    const int handle = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0) return;
+    fsync(handle);
+    close(handle);
+}
+
+void Close(int handle) {
+    close(handle);
+}
+
+Status RenameReplacing(const std::filesystem::path& from, const std::filesystem::path& to) {
+    if (std::rename(from.c_str(), to.c_str()) == 0) return {};
+    return FailWith(ErrorKind::WriteFailed, to, "can not be created");
+}
+
+Status RenameKeeping(const std::filesystem::path& from, const std::filesystem::path& to) {
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return {};
+    // File systems without that call have hard links, which never replace either.
+    if ((errno == EINVAL || errno == ENOSYS) && link(from.c_str(), to.c_str()) == 0) {
+        unlink(from.c_str());
+        return {};
+    }
+    if (errno == EEXIST) return Fail(ErrorKind::FileExists, to, "exists already");
+    return FailWith(ErrorKind::WriteFailed, to, "can not be created");
+}
+
+Result<std::filesystem::path> CreatePrivateFolder(const std::filesystem::path& parent,
+                                                  const std::string& prefix) {
+    std::string name = (parent / (prefix + "XXXXXX")).string();
+    if (mkdtemp(name.data()) == nullptr)
+        return FailWith(ErrorKind::WriteFailed, parent, "no folder can be created here");
+    return std::filesystem::path(name);
+}
+
+}  // namespace pictavo::system_file

@@ -1,0 +1,27 @@
+#pragma once
+
+/// The search for free flash memory: whole chunks of sixteen bytes FF, on the grid that begins where the
+/// search starts.
+
+#include <vector>
+
+#include "core/ByteSource.h"
+
+namespace pictavo {
+
+inline constexpr std::uint64_t kFreeFlashChunk = 16;
+
+/// File offsets `begin` to `end`, the end not included.
+struct FileRange {
+    std::uint64_t begin = 0;
+    std::uint64_t end = 0;
+};
+
+/// The first run of free chunks of at least `needed` bytes at or behind `start`; its end is that of its last
+/// chunk. A chunk that touches one of the `taken` ranges is not free, nor is a short one at the end of the
+/// flash. Kept: a run of FF that begins inside a chunk counts from the next chunk on. Fails with NoFreeMemory
+/// when the flash ends first, and with ReadFailed.
+Result<FileRange> FindFreeFlash(const ByteSource& flash, std::uint64_t start, std::uint64_t needed,
+                                const std::vector<FileRange>& taken = {});
+
+}  // namespace pictavo

@@ -1,0 +1,58 @@
+#pragma once
+
+/// Decides, before anything is written, where each replaced picture of a patch goes: into its old place when
+/// it fits, else into free flash.
+
+#include <vector>
+
+#include "codec/GPFcodec.h"
+#include "core/PictureTable.h"
+#include "patch/FreeFlash.h"
+
+namespace pictavo {
+
+/// A replacement, as its work file says it.
+struct NewPicture {
+    std::filesystem::path workFile;
+    GpfHeader header;
+    std::uint64_t length = 0;  ///< bytes of picture data, from offset 32 of the work file on
+};
+
+/// A replaced row, with what it is replaced by; nothing when its work file is gone.
+struct ReplacedRow {
+    PictureRecord record;
+    std::uint64_t room = 0;  ///< bytes of the old place, up to where the next row's data begin
+    std::optional<NewPicture> picture;
+};
+
+enum class Placement {
+    InPlace,
+    Moved,
+    NoWorkFile,    ///< only an empty and a section line are written
+    NoFreeMemory,  ///< the same, and the picture stays pending
+    BeyondFlash,   ///< the same: the flash ends before the old bytes do
+};
+
+struct PatchSection {
+    ReplacedRow row;
+    Placement placement = Placement::NoWorkFile;
+    std::uint64_t offset = 0;  ///< file offset of the new data, when InPlace or Moved
+
+    bool IsWritten() const { return placement == Placement::InPlace || placement == Placement::Moved; }
+};
+
+struct PatchPlan {
+    std::vector<PatchSection> sections;
+    std::uint64_t freeSearchOffset =
+        0;  ///< where the next search for free flash starts, once the patch stands
+};
+
+/// The room of row `index`: the next row's data offset less its own, 0 when that is not above it. The last
+/// row has the length of its own old data, `lastLength`.
+std::uint64_t RoomOf(const std::vector<PictureRecord>& rows, std::size_t index, std::uint64_t lastLength);
+
+/// Places the rows in their order. Flash that a section of this plan writes in place, and places handed out
+/// before, are not free. Fails with ReadFailed.
+Result<PatchPlan> PlanPatch(const FullflashImage& flash, std::vector<ReplacedRow> rows);
+
+}  // namespace pictavo

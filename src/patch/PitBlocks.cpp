@@ -1,0 +1,93 @@
+#include "patch/PitBlocks.h"
+
+#include "codec/PictureType.h"
+#include "core/BasicCalculations_Tarsk.h"
+#include "patch/PitRecord.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr std::size_t kOffsetDigits = 7;
+
+PictureFormat FormatOf(const PictureRecord& row) {
+    return {row.width, row.height, BitDepthOf(row.typeCode).value_or(0), IsCompressed(row.typeCode)};
+}
+
+Failure EmptyBlock(const FullflashImage& flash, const char* what) {
+    return Fail(ErrorKind::EmptyBlock, flash.source->Path(), std::string("the ") + what + " would be empty");
+}
+
+Status WriteBytes(OutputFile* file, ByteView bytes) {
+    if (file == nullptr) return {};
+    return file->Write(bytes);
+}
+
+/// The source file's bytes behind its head, filled up to whole steps of sixteen bytes.
+Result<Bytes> BlockData(const RebuildSource& source) {
+    PICTAVO_TRY(const auto file, FileSource::Open(source.gpf));
+    PICTAVO_TRY(Bytes data, file->ReadExactly(kGpfHeaderSize, file->Size() - kGpfHeaderSize));
+    data.resize(data.size() + GpfPaddingAfter(data.size()));
+    return data;
+}
+
+Failure BlockTooLarge(const FullflashImage& flash, std::uint64_t offset) {
+    return Fail(ErrorKind::BlockTooLarge, flash.source->Path(), offset,
+                "the rebuilt pictures pass the start of the last old one");
+}
+
+}  // namespace
+
+std::string BlockFileName(std::uint64_t offset) {
+    return "0x" + PadZeros(UpperHex(offset), kOffsetDigits, true) + ".bin";
+}
+
+Result<FileRange> PitRange(const FullflashImage& flash) {
+    if (!flash.pitOffset || flash.picnum < 0) return EmptyBlock(flash, "picture table");
+    const std::uint64_t begin = *flash.pitOffset;
+    return FileRange{begin, begin + (static_cast<std::uint64_t>(flash.picnum) + 1) * RecordSize(flash)};
+}
+
+Result<std::uint64_t> StoredLength(const FullflashImage& flash, const PictureRecord& row) {
+    Picture scratch;
+    PICTAVO_TRY(const DecodedPicture decoded,
+                DecodePicture(*flash.source, row.picOffset, FormatOf(row), scratch));
+    return decoded.consumed;
+}
+
+Result<FileRange> PictureBlockRange(const FullflashImage& flash, const std::vector<PictureRecord>& rows) {
+    if (rows.empty()) return EmptyBlock(flash, "block of pictures");
+    PICTAVO_TRY(const std::uint64_t lastLength, StoredLength(flash, rows.back()));
+    const FileRange range{rows.front().picOffset, rows.back().picOffset + lastLength};
+    if (range.end <= range.begin) return EmptyBlock(flash, "block of pictures");
+    return range;
+}
+
+Result<RebuildSource> ReadRebuildSource(const FullflashImage& flash, const PictureRecord& record,
+                                        const std::filesystem::path& gpf) {
+    PICTAVO_TRY(const auto file, FileSource::Open(gpf));
+    PICTAVO_TRY(const GpfHeader header, ReadGpfHeader(*file));
+    if (const Status fits = CheckFitsRecord(flash, header); !fits)
+        return Failure(WithPath(fits.error(), gpf));
+    return RebuildSource{record, gpf, header};
+}
+
+Status RebuildBlocks(const FullflashImage& flash, const std::vector<RebuildSource>& sources,
+                     const RebuildOutputs& outputs, const std::function<bool(std::size_t row)>& step) {
+    const std::uint64_t bound = sources.back().record.picOffset;
+    std::uint64_t offset = sources.front().record.picOffset;
+    std::size_t row = 0;
+    for (const RebuildSource& source : sources) {
+        PICTAVO_TRY(const Bytes data, BlockData(source));
+        PICTAVO_TRY(
+            WriteBytes(outputs.table, ComposePitRecord(flash, source.header, StoredAddressOf(offset))));
+        PICTAVO_TRY(WriteBytes(outputs.block, data));
+        offset += data.size();
+        const bool goOn = step(++row);
+        if (offset > bound) return BlockTooLarge(flash, offset);
+        if (!goOn) return Fail(ErrorKind::Stopped, "the rebuild was stopped");
+    }
+    return {};
+}
+
+}  // namespace pictavo

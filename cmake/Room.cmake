@@ -7,3 +7,11 @@ function(pictavo_room name)
   target_include_directories(pictavo_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/generated)
   target_link_libraries(pictavo_${name} PUBLIC ${ARGN} PRIVATE pictavo_compiler)
 endfunction()
+
+# pictavo_program(NAME EXECUTABLE [libraries ...]): the executable of one folder under src/.
+
+function(pictavo_program name executable)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.h)
+  add_executable(${executable} ${sources})
+  target_link_libraries(${executable} PRIVATE ${ARGN} pictavo_compiler)
+endfunction()

@@ -1,0 +1,100 @@
+#include "cli/Command.h"
+#include "cli/Run.h"
+#include "codec/PictureEncoder.h"
+#include "core/BasicCalculations_Tarsk.h"
+#include "session/PicturesLoader.h"
+#include "session/SavePicture.h"
+#include "session/ShowPicture.h"
+
+namespace pictavo::cli {
+
+namespace {
+
+constexpr int kMostNumber = 0xFFFF;
+
+std::string LoweredExtension(const std::filesystem::path& path) {
+    std::string extension = path.extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return extension;
+}
+
+bool IsGpf(const std::string& extension) {
+    return extension == ".gpf" || extension == ".gpf2";
+}
+
+bool CanBeWritten(const std::string& extension) {
+    return IsGpf(extension) || extension == ".bmp" || extension == ".png";
+}
+
+/// The type codes that can be asked for; 81 is one of them, and then refused.
+std::optional<std::uint8_t> ParseType(const std::string& text) {
+    if (text.size() != 2) return std::nullopt;
+    const Bytes code = HexToBytes(text, false);
+    const bool isHex = text.find_first_not_of("0123456789ABCDEFabcdef") == std::string::npos;
+    if (!isHex || !(CanEncode(code[0]) || code[0] == kType1BitCompressed)) return std::nullopt;
+    return code[0];
+}
+
+class ConvertCommand final : public Command {
+  public:
+    ConvertCommand()
+        : Command("convert", "Turn one picture file into another kind, as OUT's extension says") {}
+
+    void Declare(CLI::App& app) override {
+        app.add_option("IN", in_, "A .gpf, .gpf2, .bmp, .gif, .jpg or .png file")->required();
+        app.add_option("OUT", out_, "A .bmp, .png, .gpf or .gpf2 file")->required();
+        app.add_option("--type", type_,
+                       "Type code of a GPF: 01, 05, 08, 0A, or compressed 85, 88, 8A (default 8A)")
+            ->option_text("HH");
+        app.add_option("--number", number_, "Picture number in the header of a GPF (default 0)")
+            ->check(CLI::Range(0, kMostNumber))
+            ->option_text("N");
+        options_.DeclareConverter(app);
+        options_.DeclareOverwrite(app);
+    }
+
+    std::string UsageError() const override {
+        if (!CanBeWritten(LoweredExtension(out_))) return "OUT must end in .bmp, .png, .gpf or .gpf2";
+        if (!ParseType(type_)) return "--type: \"" + type_ + "\" is no type code that can be written";
+        return {};
+    }
+
+    int Run(Front& front) override {
+        cli::Run run(front, options_);
+        if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
+        if (const Status loaded = Load(run); !loaded) return front.Fail(loaded.error());
+        run.session.pictureNumber = number_;
+        return front.Report(Save(run));
+    }
+
+  private:
+    Status Load(cli::Run& run) const {
+        if (!IsGpf(LoweredExtension(in_))) return PicturesLoader(run.session, run.ports, in_);
+        PICTAVO_TRY([[maybe_unused]] const LoadedGpf loaded, LoadGPFfile(run.session, in_));
+        if (const auto incomplete = IncompleteError(run.session.shown, in_)) return Failure(*incomplete);
+        return {};
+    }
+
+    Outcome Save(cli::Run& run) const {
+        const std::string extension = LoweredExtension(out_);
+        const bool hasAlpha = run.session.picture.RasterHasAlpha;
+        if (extension == ".bmp") return SaveBmpTo(run.session, run.ports, out_, hasAlpha, in_);
+        if (extension == ".png") return SavePngTo(run.session, run.ports, out_, hasAlpha, in_);
+        return SaveGpfTo(run.session, run.ports, out_, extension == ".gpf2", *ParseType(type_), in_);
+    }
+
+    std::string in_;
+    std::string out_;
+    std::string type_ = "8A";
+    int number_ = 0;
+    AnswerOptions options_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeConvertCommand() {
+    return std::make_unique<ConvertCommand>();
+}
+
+}  // namespace pictavo::cli

@@ -1,0 +1,76 @@
+#include "cli/Command.h"
+#include "cli/NumberList.h"
+#include "cli/Run.h"
+#include "session/SaveAllPictures.h"
+
+namespace pictavo::cli {
+
+namespace {
+
+const std::map<std::string, BatchFormat> kFormats = {{"bmp", BatchFormat::Bmp},
+                                                     {"gpf", BatchFormat::Gpf},
+                                                     {"gpf2", BatchFormat::Gpf2},
+                                                     {"png", BatchFormat::Png}};
+
+class ExportCommand final : public Command {
+  public:
+    ExportCommand() : Command("export", "Save pictures of a fullflash as files, named by their numbers") {}
+
+    void Declare(CLI::App& app) override {
+        app.add_option("FLASH", flash_, "The fullflash file")->required();
+        app.add_option("-o", folder_, "The folder for the files; created when missing")
+            ->required()
+            ->option_text("DIR");
+        app.add_option("--format", format_, "bmp, gpf, gpf2 or png")
+            ->required()
+            ->check(CLI::IsMember(kFormats))
+            ->option_text("FORMAT");
+        app.add_option("--pictures", pictures_, "Only these pictures: numbers and ranges, such as 0,5,7-20")
+            ->option_text("LIST");
+        options_.DeclareNames(app);
+        options_.DeclareConverter(app);
+        options_.DeclareOverwrite(app);
+    }
+
+    std::string UsageError() const override {
+        if (pictures_.empty() || ParseNumberList(pictures_)) return {};
+        return "--pictures: \"" + pictures_ + "\" is no list of numbers and ranges";
+    }
+
+    int Run(Front& front) override {
+        cli::Run run(front, options_);
+        if (const Status opened = run.Open(flash_); !opened) return front.Fail(opened.error());
+        if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
+        Batch batch{folder_, kFormats.at(format_), std::nullopt};
+        if (!pictures_.empty()) batch.numbers = ParseNumberList(pictures_);
+        Outcome outcome = SavePictures(run.session, run.ports, batch);
+        NoteMissing(run.session, batch, outcome);
+        const int status = front.Report(outcome);
+        if (outcome.end == Outcome::End::Refused) return status;
+        return std::max(front.Print("exported " + std::to_string(outcome.written) + "\n"), status);
+    }
+
+  private:
+    void NoteMissing(const Session& session, const Batch& batch, Outcome& outcome) const {
+        if (!batch.numbers) return;
+        const Error missing{ErrorKind::NoSuchPicture, flash_, std::nullopt,
+                            "the flash has no picture of this number"};
+        for (const int number : *batch.numbers)
+            if (number >= static_cast<int>(session.rows.size()))
+                outcome.problems.push_back({missing, number});
+    }
+
+    std::string flash_;
+    std::string folder_;
+    std::string format_;
+    std::string pictures_;
+    AnswerOptions options_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeExportCommand() {
+    return std::make_unique<ExportCommand>();
+}
+
+}  // namespace pictavo::cli

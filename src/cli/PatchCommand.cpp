@@ -1,0 +1,137 @@
+#include "cli/Command.h"
+#include "cli/NumberList.h"
+#include "cli/Run.h"
+#include "codec/PictureType.h"
+#include "core/BasicCalculations_Tarsk.h"
+#include "session/ReplacePictures.h"
+#include "session/SavePatch.h"
+
+namespace pictavo::cli {
+
+namespace {
+
+constexpr int kDefaultBits = 16;
+
+/// What "--picture N=FILE[@BITS]" says.
+struct Replacement {
+    int number = 0;
+    std::string file;
+    std::optional<int> bits;
+};
+
+std::optional<int> ParseBits(const std::string& text) {
+    if (text == "1" || text == "8" || text == "16" || text == "24") return std::stoi(text);
+    return std::nullopt;
+}
+
+/// N ends at the first "="; what follows the last "@" is a bit depth only if it reads as one, else it belongs
+/// to the file's name.
+std::optional<Replacement> ParseReplacement(const std::string& text) {
+    const std::size_t equals = text.find('=');
+    const auto number = ParsePictureNumber(std::string_view(text).substr(0, equals));
+    if (equals == std::string::npos || !number) return std::nullopt;
+    Replacement replacement{*number, text.substr(equals + 1), std::nullopt};
+    const std::size_t at = replacement.file.rfind('@');
+    if (at != std::string::npos) replacement.bits = ParseBits(replacement.file.substr(at + 1));
+    if (replacement.bits) replacement.file.resize(at);
+    return replacement.file.empty() ? std::nullopt : std::optional(replacement);
+}
+
+std::string SectionLine(const PatchSection& section) {
+    const std::string number = PadZeros(std::to_string(section.row.record.number), 4, true);
+    const std::string place = PadZeros(UpperHex(section.offset), 7, true);
+    const char* how = section.placement == Placement::Moved ? "moved" : "in place";
+    return "picture " + number + ": " + std::to_string(section.row.picture->length) + " bytes at " + place +
+           ", " + how + "\n";
+}
+
+class PatchCommand final : public Command {
+  public:
+    PatchCommand() : Command("patch", "Replace pictures and write the ViKlay patch that does it") {}
+
+    void Declare(CLI::App& app) override {
+        app.add_option("FLASH", flash_, "The fullflash file")->required();
+        app.add_option("-o", patch_, "The patch file to write")->required()->option_text("PATCH.vkp");
+        auto* pictures =
+            app.add_option("--picture", pictures_,
+                           "Replace picture N by FILE, in BITS bits a pixel; may be given several times")
+                ->allow_extra_args(false)
+                ->option_text("N=FILE[@BITS] ...");
+        app.add_option("--folder", folder_,
+                       "Replace every picture that DIR holds a file for, named by its number")
+            ->excludes(pictures)
+            ->option_text("DIR");
+        app.add_option("--bits", bits_, "Bits a pixel where no @BITS says it: 1, 8, 16 or 24 (default 16)")
+            ->check(CLI::IsMember({1, 8, 16, 24}))
+            ->option_text("B");
+        options_.DeclareCompress(app);
+        options_.DeclareNames(app);
+        options_.DeclareConverter(app);
+        options_.DeclareOverwrite(app);
+    }
+
+    std::string UsageError() const override {
+        for (const std::string& text : pictures_)
+            if (!ParseReplacement(text)) return "--picture: \"" + text + "\" is not N=FILE or N=FILE@BITS";
+        return {};
+    }
+
+    int Run(Front& front) override {
+        cli::Run run(front, options_);
+        if (const Status opened = run.Open(flash_); !opened) return front.Fail(opened.error());
+        if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
+        Outcome replaced = ReplaceAll(run);
+        if (replaced.end != Outcome::End::Done) return front.Report(replaced);
+        PatchOutcome saved = SavePatchTo(run.session, run.ports, patch_);
+        saved.outcome.problems.insert(saved.outcome.problems.begin(), replaced.problems.begin(),
+                                      replaced.problems.end());
+        const int status = front.Report(saved.outcome);
+        return std::max(front.Print(Lines(saved.sections)), status);
+    }
+
+  private:
+    Outcome ReplaceAll(cli::Run& run) const {
+        if (!folder_.empty())
+            return ReplaceFromFolder(run.session, run.ports, folder_, TypeFor(std::nullopt));
+        for (const std::string& text : pictures_) {
+            const Replacement replacement = *ParseReplacement(text);
+            Outcome outcome = ReplaceOne(run, replacement);
+            if (outcome.end == Outcome::End::Done) continue;
+            outcome.problems.back().number = replacement.number;
+            return outcome;
+        }
+        return {};
+    }
+
+    Outcome ReplaceOne(cli::Run& run, const Replacement& replacement) const {
+        const auto index = static_cast<std::size_t>(replacement.number);
+        if (index < run.session.rows.size())
+            return ReplaceFrom(run.session, run.ports, index, replacement.file, TypeFor(replacement.bits));
+        return Outcome::Refused(
+            {ErrorKind::NoSuchPicture, flash_, std::nullopt, "the flash has no picture of this number"});
+    }
+
+    std::uint8_t TypeFor(std::optional<int> bits) const { return *CompressedTypeOf(bits.value_or(bits_)); }
+
+    static std::string Lines(const std::vector<PatchSection>& sections) {
+        std::string lines;
+        for (const PatchSection& section : sections)
+            if (section.IsWritten()) lines += SectionLine(section);
+        return lines;
+    }
+
+    std::string flash_;
+    std::string patch_;
+    std::vector<std::string> pictures_;
+    std::string folder_;
+    int bits_ = kDefaultBits;
+    AnswerOptions options_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakePatchCommand() {
+    return std::make_unique<PatchCommand>();
+}
+
+}  // namespace pictavo::cli

@@ -1,0 +1,49 @@
+#pragma once
+
+/// What one run of a command over the session needs: the settings, the ports, and the flash opened.
+
+#include <CLI/App.hpp>
+
+#include "cli/Front.h"
+#include "shell/QtPictureLoader.h"
+#include "shell/Shell_.h"
+
+namespace pictavo::cli {
+
+/// Options that stand for settings and for answers; a command declares those that it heeds.
+struct AnswerOptions {
+    bool hexNames = false;
+    bool zeroNames = false;
+    bool overwrite = false;
+    bool compress = false;
+    std::string converter;
+
+    void DeclareNames(CLI::App& app);
+    void DeclareOverwrite(CLI::App& app);
+    void DeclareCompress(CLI::App& app);
+    void DeclareConverter(CLI::App& app);
+};
+
+/// A session with its ports, set up as the settings file beside the executable and the options say.
+class Run {
+  public:
+    Run(Front& front, const AnswerOptions& options);
+
+    /// Opens the flash; after this `session.flash` is usable.
+    Status Open(const std::filesystem::path& flash);
+
+    /// Gives the session a folder of temporary files, removed when the run ends.
+    Status NeedWorkFiles();
+
+    Session session;
+    Ports ports;
+
+  private:
+    Front& front_;
+    TerminalProgress progress_;
+    QtProcessRunner processes_;
+    QtPictureLoader pictures_;
+    std::optional<RunFolder> folder_;
+};
+
+}  // namespace pictavo::cli

@@ -1,0 +1,89 @@
+#include <QCoreApplication>
+#include <iostream>
+
+#include "cli/Command.h"
+#include "core/Version.h"
+#include "shell/ProgramFolder.h"
+
+namespace pictavo::cli {
+
+namespace {
+
+std::vector<std::unique_ptr<Command>> MakeCommands() {
+    std::vector<std::unique_ptr<Command>> commands;
+    for (auto* make : {MakeInfoCommand, MakeListCommand, MakeExportCommand, MakeConvertCommand,
+                       MakePatchCommand, MakeCheckCommand, MakeApplyCommand, MakeBackupPitCommand,
+                       MakeRebuildPitCommand, MakePngInfoCommand})
+        commands.push_back(make());
+    return commands;
+}
+
+constexpr const char* kDescription =
+    "Looks into the firmware of Siemens mobile phones (fullflash dumps of SGold and New-SGold), saves its "
+    "pictures, and "
+    "writes the patches that replace them. The fullflash itself is never written.";
+
+constexpr const char* kFooter =
+    "Exit status: 0 done; 1 refused or failed, with the reasons on standard error; 2 wrong usage.\n"
+    "Example: pictavo-cli patch phone.bin -o new.vkp --picture 12=logo.png@16 --compress";
+
+CLI::App* DeclareCommand(CLI::App& app, Command& command) {
+    CLI::App* sub = app.add_subcommand(command.Name(), command.Description());
+    command.Declare(*sub);
+    return sub;
+}
+
+/// The last line of what standard error gets on wrong usage.
+std::string UsageLine(const CLI::App& app, const CLI::App* sub) {
+    if (sub == nullptr) return "Usage: pictavo-cli COMMAND ARGUMENTS [OPTIONS]; see pictavo-cli --help";
+    std::string arguments;
+    for (const CLI::Option* option : sub->get_options())
+        if (option->get_positional()) arguments += " " + option->get_name(true);
+    return "Usage: " + app.get_name() + " " + sub->get_name() + arguments + " [OPTIONS]; see pictavo-cli " +
+           sub->get_name() + " --help";
+}
+
+int WrongUsage(const CLI::App& app, const CLI::App* sub, const std::string& message) {
+    std::cerr << "pictavo-cli: " << message << '\n' << UsageLine(app, sub) << '\n';
+    return kWrongUsage;
+}
+
+const CLI::App* ParsedCommand(const CLI::App& app) {
+    const auto parsed = app.get_subcommands();
+    return parsed.empty() ? nullptr : parsed.front();
+}
+
+int RunCommand(Command& command, const CLI::App& app, const CLI::App* sub) {
+    if (const std::string error = command.UsageError(); !error.empty()) return WrongUsage(app, sub, error);
+    Front front{std::cout, std::cerr, ProgramFolder(), {}};
+    return command.Run(front);
+}
+
+int Main(int count, char** arguments) {
+    CLI::App app(kDescription, "pictavo-cli");
+    app.set_version_flag("--version", std::string("pictavo-cli ") + kVersion, "Print the version");
+    app.require_subcommand(1);
+    app.footer(kFooter);
+    const auto commands = MakeCommands();
+    std::vector<CLI::App*> subs;
+    for (const auto& command : commands) subs.push_back(DeclareCommand(app, *command));
+    try {
+        app.parse(count, arguments);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) return app.exit(error);  // help or version, on standard output
+        return WrongUsage(app, ParsedCommand(app), error.what());
+    }
+    for (std::size_t i = 0; i < subs.size(); ++i)
+        if (subs[i]->parsed()) return RunCommand(*commands[i], app, subs[i]);
+    return kWrongUsage;
+}
+
+}  // namespace
+
+}  // namespace pictavo::cli
+
+int main(int count, char** arguments) {
+    const QCoreApplication application(count, arguments);  // the picture readers are plugins that it finds
+    pictavo::cli::CatchInterrupts();
+    return pictavo::cli::Main(count, arguments);
+}

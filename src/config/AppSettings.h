@@ -1,0 +1,41 @@
+#pragma once
+
+/// The user's choices and the recent files, as the settings file "Pictavo.ini" keeps them.
+/// Layout: docs/formats/settings.md.
+
+#include <array>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "core/ByteSource.h"
+
+namespace pictavo {
+
+/// Members are named as the keys of the file are.
+struct AppSettings {
+    std::string nConvert;  ///< path of the converter, in UTF-8
+    std::string Language;
+    bool Transparency = false;
+    bool CompressGPF = false;
+    bool DefaultGPF2 = false;
+    bool ZeroFilename = false;
+    bool HEXFilename = false;
+    bool ChanR = false;
+    bool ChanG = false;
+    bool ChanB = false;
+    bool ChanA = false;
+    std::array<std::optional<std::string>, 3> MRU;  ///< the recent files that are shown
+
+    bool operator==(const AppSettings&) const = default;
+};
+
+/// Reads the lines of a settings file over `initial`. Kept: a line belongs to every key that it begins with,
+/// whatever follows the key; a check box is on when the line ends in "true" exactly. The last line of a key
+/// wins, lines of no key are passed over. Fails with ReadFailed.
+Result<AppSettings> ReadAppSettings(const ByteSource& source, AppSettings initial);
+
+/// The same from a file; a missing one gives `initial`.
+Result<AppSettings> LoadAppSettings(const std::filesystem::path& path, AppSettings initial);
+
+}  // namespace pictavo

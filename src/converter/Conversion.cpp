@@ -1,0 +1,120 @@
+#include "converter/Conversion.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QImageReader>
+
+#include "codec/Bitmap.h"
+#include "core/OutputFile.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr int kMostWidth = 240;
+constexpr int kMostHeight = 320;
+constexpr int kDirectlyReadDepth = 32;
+
+std::filesystem::path PathOf(const std::string& text) {
+    return std::u8string(text.begin(), text.end());
+}
+
+Status CheckSize(const std::filesystem::path& path, std::int64_t width, std::int64_t height) {
+    if (width <= kMostWidth && height <= kMostHeight) return {};
+    return Fail(ErrorKind::TooLarge, path, "the picture is larger than 240 x 320");
+}
+
+/// With straight alpha, so that the colour of a transparent pixel stays what it is.
+ImportedPixels PixelsOf(const QImage& image) {
+    const QImage straight = image.convertToFormat(QImage::Format_ARGB32);
+    ImportedPixels pixels{straight.width(), straight.height(), {}, true};
+    for (int y = 0; y < straight.height(); ++y) {
+        for (int x = 0; x < straight.width(); ++x) {
+            const QRgb pixel = straight.pixel(x, y);
+            pixels.cells.push_back(
+                {static_cast<std::uint8_t>(qRed(pixel)), static_cast<std::uint8_t>(qGreen(pixel)),
+                 static_cast<std::uint8_t>(qBlue(pixel)), static_cast<std::uint8_t>(qAlpha(pixel))});
+        }
+    }
+    return pixels;
+}
+
+Result<ImportedPixels> ReadWithQt(const std::filesystem::path& path) {
+    QImageReader reader(QString::fromStdU16String(path.u16string()));
+    reader.setDecideFormatFromContent(true);
+    const QSize size = reader.size();
+    PICTAVO_TRY(CheckSize(path, size.width(), size.height()));
+    const QImage image = reader.read();
+    if (image.isNull())
+        return Fail(ErrorKind::Malformed, path,
+                    "can not be read as a picture (" + reader.errorString().toStdString() + ")");
+    return PixelsOf(image);
+}
+
+/// Bitmaps of 32 bits are read here, since Qt's reader would drop their alpha.
+Result<ImportedPixels> ReadInput(const std::filesystem::path& path) {
+    PICTAVO_TRY(const auto source, FileSource::Open(path));
+    PICTAVO_TRY(const PictureFileInfo info, ReadPictureFileInfo(*source));
+    PICTAVO_TRY(CheckSize(path, info.width, info.height));
+    const bool isBitmap32 = info.kind == PictureFileKind::Bitmap && info.bitDepth == kDirectlyReadDepth;
+    return isBitmap32 ? ReadBitmap32(*source, info) : ReadWithQt(path);
+}
+
+std::uint8_t OverWhite(int colour, int alpha) {
+    return static_cast<std::uint8_t>((colour * alpha + 255 * (255 - alpha) + 127) / 255);
+}
+
+void LayOverWhite(ImportedPixels& pixels) {
+    for (Cell& cell : pixels.cells)
+        cell = {OverWhite(cell.r, cell.a), OverWhite(cell.g, cell.a), OverWhite(cell.b, cell.a), 255};
+}
+
+Bytes ComposeBmp(const ImportedPixels& pixels, bool withAlpha) {
+    Picture picture;
+    StoreImportedPixels(pixels, 0, {}, picture);
+    picture.RasterHasAlpha = withAlpha;
+    return ComposeBitmap(picture, withAlpha);
+}
+
+Result<Bytes> ComposePng(const ImportedPixels& pixels, bool withAlpha, const std::filesystem::path& path) {
+    QImage image(pixels.width, pixels.height, withAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    auto cell = pixels.cells.begin();
+    for (int y = 0; y < pixels.height; ++y)
+        for (int x = 0; x < pixels.width; ++x, ++cell)
+            image.setPixel(x, y, qRgba(cell->r, cell->g, cell->b, cell->a));
+    QByteArray file;
+    QBuffer buffer(&file);
+    if (!image.save(&buffer, "png"))
+        return Fail(ErrorKind::WriteFailed, path, "can not be composed as a PNG file");
+    return Bytes(file.begin(), file.end());
+}
+
+Result<Bytes> Compose(const Conversion& conversion, const ImportedPixels& pixels) {
+    if (conversion.format == Conversion::Format::Png)
+        return ComposePng(pixels, conversion.withAlpha, conversion.output);
+    return ComposeBmp(pixels, conversion.withAlpha);
+}
+
+}  // namespace
+
+std::optional<Conversion> ParseConversion(const std::vector<std::string>& arguments) {
+    const bool withAlpha = arguments.size() == 7 && arguments[3] == "rgba";
+    const bool withoutAlpha = arguments.size() == 8 && arguments[3] == "rgb" && arguments[4] == "-truecolors";
+    if (!withAlpha && !withoutAlpha) return std::nullopt;
+    const bool isPng = arguments[1] == "png";
+    const std::size_t o = arguments.size() - 3;
+    if (arguments[0] != "-out" || (!isPng && arguments[1] != "bmp") || arguments[2] != "-ctype" ||
+        arguments[o] != "-o")
+        return std::nullopt;
+    return Conversion{isPng ? Conversion::Format::Png : Conversion::Format::Bmp, withAlpha,
+                      PathOf(arguments[o + 1]), PathOf(arguments[o + 2])};
+}
+
+Status RunConversion(const Conversion& conversion) {
+    PICTAVO_TRY(ImportedPixels pixels, ReadInput(conversion.input));
+    if (!conversion.withAlpha) LayOverWhite(pixels);
+    PICTAVO_TRY(const Bytes file, Compose(conversion, pixels));
+    return WriteWholeFile(conversion.output, file, CommitMode::Replace);
+}
+
+}  // namespace pictavo

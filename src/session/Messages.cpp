@@ -1,0 +1,102 @@
+#include "session/Messages.h"
+
+#include "core/BasicCalculations_Tarsk.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr const char* kLineBreak = "\r";
+
+Notice PlainNotice(const Error& error) {
+    if (error.path.empty()) return {"", DetailText(error)};
+    return {"", PathText(error.path) + kLineBreak + DetailText(error)};
+}
+
+std::string Title(const LanguageTable& texts, const std::string& subject, const std::string& end) {
+    return texts.str_PlSel + " " + subject + " " + end;
+}
+
+}  // namespace
+
+std::string PathText(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+Question OverwriteQuestion(const LanguageTable& texts, const std::filesystem::path& path) {
+    return {Asked::Overwrite, texts.str_faExi + "!", PathText(path) + kLineBreak + texts.str_fChan + "?",
+            path};
+}
+
+Question CompressQuestion(const LanguageTable& texts) {
+    return {Asked::Compress, "", texts.str_CmpgpfF + "?", {}};
+}
+
+Question Gpf2Question(const LanguageTable& texts) {
+    return {Asked::WriteGpf2, "", texts.cap_mnSGPF + "2?", {}};
+}
+
+Question AlphaQuestion(const LanguageTable& texts) {
+    return {Asked::SaveWithAlpha, "", texts.str_SalCh + "?", {}};
+}
+
+Notice Completion(const LanguageTable& texts) {
+    return {"", texts.str_Succes};
+}
+
+std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error) {
+    switch (error.kind) {
+        case ErrorKind::FileMissing:
+            return {{"", texts.str_fnExi + "!" + kLineBreak + PathText(error.path)}};
+        case ErrorKind::ConverterMissing:
+            return {{"nConvert", texts.str_fnExi + "!"}};
+        case ErrorKind::NoGpf:
+            return {{"", texts.str_UNKfile}, {"", "error was occupated"}};
+        case ErrorKind::NotSupported:
+            return {{"", texts.str_CntCmp + "!"}};
+        case ErrorKind::OneBitCompressed:
+            return {{"", "1bit GPF " + texts.str_CntCmp}};
+        case ErrorKind::TooLarge:
+            return {{"", texts.str_LarPic + "!"}};
+        case ErrorKind::BlockTooLarge:
+            return {{"", texts.str_RpitLarge}};
+        case ErrorKind::BadBitDepth:
+        case ErrorKind::NoFreeMemory:
+            return {{"", error.detail}};
+        case ErrorKind::ReadFailed:
+        case ErrorKind::WriteFailed:
+        case ErrorKind::FileExists:
+        case ErrorKind::OutputIsInput:
+        case ErrorKind::UnknownFile:
+        case ErrorKind::Truncated:
+        case ErrorKind::Malformed:
+        case ErrorKind::ConverterFailed:
+        case ErrorKind::EmptyBlock:
+        case ErrorKind::SourceMissing:
+        case ErrorKind::NoSuchPicture:
+        case ErrorKind::Overflow:
+        case ErrorKind::Stopped:
+            return {PlainNotice(error)};
+    }
+    return {};
+}
+
+std::string OpenTitle(const LanguageTable& texts, const std::string& subject) {
+    return Title(texts, subject, texts.str_4open);
+}
+
+std::string SaveTitle(const LanguageTable& texts, const std::string& subject) {
+    return Title(texts, subject, texts.str_4save);
+}
+
+std::string FolderTitle(const LanguageTable& texts, const std::string& purpose) {
+    return Title(texts, texts.str_cFold, purpose);
+}
+
+std::string DetailText(const Error& error) {
+    if (!error.offset) return error.detail;
+    return "at 0x" + UpperHex(*error.offset) + ": " + error.detail;
+}
+
+}  // namespace pictavo

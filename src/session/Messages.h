@@ -1,0 +1,33 @@
+#pragma once
+
+/// The texts of every box and chooser, composed from the language table. Lines are parted by a carriage
+/// return.
+
+#include "config/LanguageTable.h"
+#include "core/Result.h"
+#include "session/Ports.h"
+
+namespace pictavo {
+
+/// The path as boxes show it, in UTF-8.
+std::string PathText(const std::filesystem::path& path);
+
+Question OverwriteQuestion(const LanguageTable& texts, const std::filesystem::path& path);
+Question CompressQuestion(const LanguageTable& texts);
+Question Gpf2Question(const LanguageTable& texts);
+Question AlphaQuestion(const LanguageTable& texts);
+
+Notice Completion(const LanguageTable& texts);
+
+/// The box, or in the case of a file that is no GPF the two boxes, that tell an error.
+std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error);
+
+std::string OpenTitle(const LanguageTable& texts, const std::string& subject);
+std::string SaveTitle(const LanguageTable& texts, const std::string& subject);
+std::string FolderTitle(const LanguageTable& texts, const std::string& purpose);
+
+/// An error as plain text: the reason, and where; what boxes and the command line say when the language table
+/// has no text for it.
+std::string DetailText(const Error& error);
+
+}  // namespace pictavo

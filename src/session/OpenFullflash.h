@@ -1,0 +1,19 @@
+#pragma once
+
+#include "session/Outcome.h"
+#include "session/Ports.h"
+#include "session/Session.h"
+
+namespace pictavo {
+
+/// Opens a fullflash in place of the one that is open, and reads its picture table. A pending patch of PNG
+/// files is dropped; work files stay. When the file can not be opened or read, all is as it was.
+Status OpenFullflash(Session& session, const std::filesystem::path& path, Progress& progress);
+
+/// Lets the flash go. `picnum` and the work files stay.
+void CloseFullflash(Session& session);
+
+/// Six lines about the phone, parted by carriage returns.
+std::string IdentificationText(const LanguageTable& texts, const FullflashImage& flash);
+
+}  // namespace pictavo

@@ -1,0 +1,89 @@
+#include "session/PicturesLoader.h"
+
+#include "codec/Bitmap.h"
+#include "core/ByteSource.h"
+#include "session/PngConverter.h"
+#include "tools/PNGcodec.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr int kMostWidth = 240;
+constexpr int kMostHeight = 320;
+constexpr int kDirectlyReadDepth = 32;
+constexpr int kUnknownFileDepth = 24;  // what the system's readers hand over
+
+/// A picture on its way in.
+struct Import {
+    ImportedPixels pixels;
+    int bitDepth = 0;
+};
+
+Status CheckSize(const std::filesystem::path& path, std::int64_t width, std::int64_t height) {
+    if (width <= kMostWidth && height <= kMostHeight) return {};
+    return Fail(ErrorKind::TooLarge, path,
+                "a picture of " + std::to_string(width) + " x " + std::to_string(height) +
+                    " is too large (at most 240 x 320)");
+}
+
+Result<Import> ImportBitmap32(const ByteSource& source, const PictureFileInfo& info) {
+    PICTAVO_TRY(ImportedPixels pixels, ReadBitmap32(source, info));
+    return Import{std::move(pixels), info.bitDepth};
+}
+
+/// Everything but PNG.
+Result<Import> ImportPlain(PictureLoader& loader, const ByteSource& source, const PictureFileInfo& info) {
+    PICTAVO_TRY(CheckSize(source.Path(), info.width, info.height));
+    const bool isBitmap = info.kind == PictureFileKind::Bitmap;
+    if (isBitmap && info.bitDepth == kDirectlyReadDepth) return ImportBitmap32(source, info);
+    if (isBitmap) PICTAVO_TRY(CheckBitmapFilled(source, info));
+    PICTAVO_TRY(ImportedPixels pixels, loader.Load(source.Path()));
+    PICTAVO_TRY(CheckSize(source.Path(), pixels.width, pixels.height));
+    const int depth = info.kind == PictureFileKind::Unknown ? kUnknownFileDepth : info.bitDepth;
+    return Import{std::move(pixels), depth};
+}
+
+/// The converter's bitmap is read like any other file; that it must be no PNG keeps a converter that only
+/// copies from running in circles.
+Result<Import> ImportConverted(PictureLoader& loader, const std::filesystem::path& bitmap) {
+    PICTAVO_TRY(const auto source, FileSource::Open(bitmap));
+    PICTAVO_TRY(const PictureFileInfo info, ReadPictureFileInfo(*source));
+    if (info.kind == PictureFileKind::Png)
+        return Fail(ErrorKind::ConverterFailed, bitmap, "the converter wrote a PNG file");
+    return ImportPlain(loader, *source, info);
+}
+
+Result<Import> ImportPng(const Session& session, Ports& ports, const ByteSource& source) {
+    PICTAVO_TRY(const PNGInfo png, ReadPNGInfo(source));
+    PICTAVO_TRY(CheckSize(source.Path(), png.width, png.height));
+    PICTAVO_TRY(const auto bitmap,
+                ConvertPngToBitmap(session, ports.processes, source.Path(), png.colourType));
+    auto import = ImportConverted(ports.pictures, bitmap);
+    RemovePngTemporaries(session);
+    return import;
+}
+
+Result<Import> ImportFile(const Session& session, Ports& ports, const std::filesystem::path& path) {
+    PICTAVO_TRY(const auto source, FileSource::Open(path));
+    PICTAVO_TRY(const PictureFileInfo info, ReadPictureFileInfo(*source));
+    if (info.kind == PictureFileKind::Png) return ImportPng(session, ports, *source);
+    return ImportPlain(ports.pictures, *source, info);
+}
+
+std::string Caption(const Picture& picture) {
+    return std::to_string(picture.width) + " x " + std::to_string(picture.height) +
+           " :: " + std::to_string(picture.bitDepth) + "bit";
+}
+
+}  // namespace
+
+Status PicturesLoader(Session& session, Ports& ports, const std::filesystem::path& path) {
+    const auto import = ImportFile(session, ports, path);
+    if (!import) return Failure(WithPath(import.error(), path));
+    StoreImportedPixels(import->pixels, import->bitDepth, session.channels, session.picture);
+    session.shown = {true, true, Caption(session.picture), 0};
+    return {};
+}
+
+}  // namespace pictavo

@@ -1,0 +1,76 @@
+#include "session/PngConverter.h"
+
+#include "codec/Bitmap.h"
+#include "core/BasicCalculations_Tarsk.h"
+#include "core/OutputFile.h"
+#include "session/Messages.h"
+
+namespace pictavo {
+
+namespace {
+
+bool ConvertsWithAlpha(int colourType) {
+    return colourType == 0 || colourType == 4 || colourType == 6;
+}
+
+/// Absolute, so that no file name reads as an option.
+std::string ArgumentOf(const std::filesystem::path& path) {
+    std::error_code ignored;
+    return PathText(std::filesystem::absolute(path, ignored));
+}
+
+std::vector<std::string> Arguments(const std::string& format, bool withAlpha,
+                                   const std::filesystem::path& output, const std::filesystem::path& input) {
+    std::vector<std::string> arguments{"-out", format, "-ctype", withAlpha ? "rgba" : "rgb"};
+    if (!withAlpha) arguments.emplace_back("-truecolors");
+    arguments.insert(arguments.end(), {"-o", ArgumentOf(output), ArgumentOf(input)});
+    return arguments;
+}
+
+/// Runs the converter and looks for its output.
+Result<std::filesystem::path> Convert(const Session& session, ProcessRunner& processes,
+                                      const std::string& format, bool withAlpha,
+                                      const std::filesystem::path& output,
+                                      const std::filesystem::path& input) {
+    PICTAVO_TRY(CheckConverter(session));
+    RemoveWorkFile(output);
+    processes.RunAndWait(session.Converter(), Arguments(format, withAlpha, output, input));
+    if (!FileMissing(output)) return output;
+    return Fail(ErrorKind::ConverterFailed, input,
+                "the converter " + PathText(session.Converter()) + " wrote no output for it");
+}
+
+}  // namespace
+
+std::filesystem::path Session::Converter() const {
+    return std::filesystem::path(std::u8string(settings.nConvert.begin(), settings.nConvert.end()));
+}
+
+Status CheckConverter(const Session& session) {
+    if (!FileMissing(session.Converter())) return {};
+    return Fail(ErrorKind::ConverterMissing, session.Converter(),
+                "the converter (setting nConvert) can not be opened");
+}
+
+Result<std::filesystem::path> ConvertPngToBitmap(const Session& session, ProcessRunner& processes,
+                                                 const std::filesystem::path& png, int colourType) {
+    RemovePngTemporaries(session);
+    return Convert(session, processes, "bmp", ConvertsWithAlpha(colourType), session.workFiles.PngBitmap(),
+                   png);
+}
+
+Result<std::filesystem::path> ConvertPictureToPng(const Session& session, ProcessRunner& processes,
+                                                  bool withAlpha) {
+    const bool hasAlpha = withAlpha && session.picture.RasterHasAlpha;
+    RemovePngTemporaries(session);
+    const std::filesystem::path bitmap = session.workFiles.PngBitmap();
+    PICTAVO_TRY(WriteWholeFile(bitmap, ComposeBitmap(session.picture, hasAlpha), CommitMode::KeepExisting));
+    return Convert(session, processes, "png", hasAlpha, session.workFiles.Png(), bitmap);
+}
+
+void RemovePngTemporaries(const Session& session) {
+    RemoveWorkFile(session.workFiles.PngBitmap());
+    RemoveWorkFile(session.workFiles.Png());
+}
+
+}  // namespace pictavo

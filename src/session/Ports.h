@@ -1,0 +1,98 @@
+#pragma once
+
+/// What a command asks the world outside for. The window answers with boxes and choosers, the command line
+/// with its options, a test with a script. A command knows no more of its front than this.
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "codec/ImportedPixels.h"
+#include "core/Result.h"
+
+namespace pictavo {
+
+/// What a question is about, for a front that answers by rule and not by reading.
+enum class Asked {
+    Overwrite,      ///< replace the file that exists?
+    Compress,       ///< keep the compressed type?
+    WriteGpf2,      ///< GPF2 instead of GPF?
+    SaveWithAlpha,  ///< 32 bit instead of 24?
+};
+
+/// A box with the buttons OK and Cancel. Lines of the text are parted by a carriage return.
+struct Question {
+    Asked about;
+    std::string title;
+    std::string text;
+    std::filesystem::path path;  ///< the file it is about; may be empty
+};
+
+/// A box with an OK button only.
+struct Notice {
+    std::string title;
+    std::string text;
+};
+
+/// A file chooser.
+struct FileChoice {
+    std::string title;
+    std::string filterText;             ///< such as "Bitmap File (*.bmp)"
+    std::vector<std::string> patterns;  ///< such as "*.bmp"
+    std::string suggestedName;
+    std::string defaultExtension;  ///< without a dot; may be empty
+};
+
+class Prompts {
+  public:
+    virtual ~Prompts() = default;
+
+    /// True for OK, false for Cancel.
+    virtual bool Confirm(const Question& question) = 0;
+    virtual void Tell(const Notice& notice) = 0;
+
+    /// The chosen path, empty when cancelled.
+    virtual std::filesystem::path ChooseOpen(const FileChoice& choice) = 0;
+    virtual std::filesystem::path ChooseSave(const FileChoice& choice) = 0;
+    virtual std::filesystem::path ChooseFolder(const std::string& title) = 0;
+};
+
+class Progress {
+  public:
+    virtual ~Progress() = default;
+
+    /// Told between two pictures how much is done, in percent; the only moment at which a command yields.
+    /// False asks it to stop.
+    virtual bool At(double percent) = 0;
+};
+
+class ProcessRunner {
+  public:
+    virtual ~ProcessRunner() = default;
+
+    /// Runs a program and waits for its end, without a shell: each argument (UTF-8) arrives as it stands.
+    /// Reports nothing: a program that can not start returns at once, and the caller finds no output file.
+    virtual void RunAndWait(const std::filesystem::path& program,
+                            const std::vector<std::string>& arguments) = 0;
+};
+
+class PictureLoader {
+  public:
+    virtual ~PictureLoader() = default;
+
+    /// The pixels of a picture file that the system's readers know (bitmaps, GIF, JPEG); of several frames
+    /// the first. Transparent parts are laid over white, every A is 0, `hasAlpha` is false. Fails with
+    /// UnknownFile when no reader takes the file, with Malformed when the reader refuses it, with TooLarge
+    /// when it is larger than 240 x 320, and with FileMissing.
+    virtual Result<ImportedPixels> Load(const std::filesystem::path& path) = 0;
+};
+
+/// All of them, as a command receives them. The objects outlive the command.
+struct Ports {
+    Prompts& prompts;
+    Progress& progress;
+    ProcessRunner& processes;
+    PictureLoader& pictures;
+};
+
+}  // namespace pictavo

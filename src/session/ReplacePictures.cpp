@@ -1,0 +1,147 @@
+#include "session/ReplacePictures.h"
+
+#include <algorithm>
+#include <array>
+
+#include "codec/GPFcodec.h"
+#include "codec/PictureEncoder.h"
+#include "core/BasicCalculations_Tarsk.h"
+#include "core/FolderIndex.h"
+#include "core/OutputFile.h"
+#include "patch/PitRecord.h"
+#include "session/Compression.h"
+#include "session/Messages.h"
+#include "session/Names.h"
+#include "session/PicturesLoader.h"
+#include "session/Report.h"
+#include "session/ShowPicture.h"
+
+namespace pictavo {
+
+namespace {
+
+/// In the order in which a folder is searched for a picture.
+constexpr std::array kExtensions = {".gpf2", ".gpf", ".bmp", ".png", ".jpg", ".gif"};
+
+/// The kind of a file is told by the last four characters of its name.
+bool IsGpfName(const std::filesystem::path& path) {
+    std::string end = PathText(path);
+    if (end.size() > 4) end.erase(0, end.size() - 4);
+    std::transform(end.begin(), end.end(), end.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return end == "gpf2" || end == ".gpf";
+}
+
+/// A replacement must be whole: what the file does not hold would go to the phone as black.
+Status LoadGpfWhole(Session& session, const std::filesystem::path& path) {
+    PICTAVO_TRY([[maybe_unused]] const LoadedGpf loaded, LoadGPFfile(session, path));
+    if (const auto incomplete = IncompleteError(session.shown, path)) return Failure(*incomplete);
+    return {};
+}
+
+Status LoadSource(Session& session, Ports& ports, const std::filesystem::path& path) {
+    if (FileMissing(path)) return Fail(ErrorKind::FileMissing, path, "can not be opened");
+    return IsGpfName(path) ? LoadGpfWhole(session, path) : PicturesLoader(session, ports, path);
+}
+
+GpfHeader HeaderFor(const Session& session, int number, std::uint8_t typeCode) {
+    return {static_cast<std::uint16_t>(session.picture.width),
+            static_cast<std::uint16_t>(session.picture.height), typeCode, static_cast<std::uint16_t>(number),
+            true};
+}
+
+Status WriteWorkFile(const Session& session, int number, std::uint8_t typeCode) {
+    PICTAVO_TRY(CheckWritable(typeCode));
+    const Bytes file =
+        ComposeGpf(HeaderFor(session, number, typeCode), EncodePicture(session.picture, typeCode));
+    return WriteWholeFile(session.workFiles.Replacement(number), file, CommitMode::Replace);
+}
+
+Status CheckFits(const Session& session, const std::filesystem::path& path, std::uint8_t typeCode) {
+    const Status fits = CheckFitsRecord(session.flash, HeaderFor(session, 0, typeCode));
+    if (fits) return {};
+    return Failure(WithPath(fits.error(), path));
+}
+
+Status Replace(Session& session, Ports& ports, std::size_t index, const std::filesystem::path& path,
+               std::uint8_t typeCode) {
+    const int number = session.rows[index].number;
+    PICTAVO_TRY(LoadSource(session, ports, path));
+    PICTAVO_TRY(CheckFits(session, path, typeCode));
+    if (const Status written = WriteWorkFile(session, number, AskCompression(session, ports, typeCode));
+        !written)
+        return Failure(WithPath(written.error(), path));
+    PICTAVO_TRY([[maybe_unused]] const LoadedGpf shown,
+                LoadGPFfile(session, session.workFiles.Replacement(number)));
+    session.replaced[index] = true;
+    return {};
+}
+
+std::optional<std::filesystem::path> FindSource(const Session& session, const FolderIndex& folder,
+                                                int number) {
+    for (const char* extension : kExtensions)
+        if (auto path = folder.Find(NumberName(session.settings, number) + extension)) return path;
+    return std::nullopt;
+}
+
+FileChoice SourceChoice(const Session& session, int number) {
+    return {OpenTitle(session.texts, session.texts.cap_mnLoad),
+            "Graphic files (*.gpf;*.gpf2;*.bmp;*.gif;*.jpg;*.png)",
+            {"*.gpf", "*.gpf2", "*.bmp", "*.gif", "*.jpg", "*.png"},
+            NumberName(session.settings, number),
+            ""};
+}
+
+/// The refusal of compressed 1 bit is told picture by picture, since its question was.
+void NoteProblem(const Session& session, Ports& ports, const Error& error, int number, Outcome& outcome) {
+    if (error.kind == ErrorKind::OneBitCompressed) Tell(session, ports, error);
+    outcome.problems.push_back({error, number});
+}
+
+}  // namespace
+
+Outcome ReplacePicture(Session& session, Ports& ports, std::size_t index, std::uint8_t typeCode) {
+    const auto answer = ports.prompts.ChooseOpen(SourceChoice(session, session.rows[index].number));
+    if (answer.empty()) return Outcome::Cancelled();
+    return ReplaceFrom(session, ports, index, WithoutTail(answer), typeCode);
+}
+
+Outcome ReplaceFrom(Session& session, Ports& ports, std::size_t index, const std::filesystem::path& path,
+                    std::uint8_t typeCode) {
+    session.pictureNumber = session.rows[index].number;
+    if (const Status status = Replace(session, ports, index, path, typeCode); !status)
+        return Refuse(session, ports, status.error());
+    session.savePatchEnabled = true;
+    return {};
+}
+
+Outcome ReplacePictures(Session& session, Ports& ports, std::uint8_t typeCode) {
+    const auto folder = ports.prompts.ChooseFolder(FolderTitle(session.texts, session.texts.str_4open));
+    if (folder.empty()) return Outcome::Cancelled();
+    return ReplaceFromFolder(session, ports, folder, typeCode);
+}
+
+Outcome ReplaceFromFolder(Session& session, Ports& ports, const std::filesystem::path& folder,
+                          std::uint8_t typeCode) {
+    const auto index = FolderIndex::Read(folder);
+    if (!index) return Refuse(session, ports, index.error());
+    Outcome outcome;
+    for (std::size_t row = 0; row < session.rows.size(); ++row) {
+        const int number = session.rows[row].number;
+        session.pictureNumber = number;
+        if (const auto path = FindSource(session, *index, number)) {
+            const Status status = Replace(session, ports, row, *path, typeCode);
+            if (!status) NoteProblem(session, ports, status.error(), number, outcome);
+        }
+        if (ports.progress.At(100.0 * static_cast<double>(row + 1) /
+                              static_cast<double>(session.rows.size())))
+            continue;
+        outcome.problems.push_back({StoppedError(), std::nullopt});
+        break;
+    }
+    session.savePatchEnabled = true;
+    TellBatchEnd(session, ports, outcome);
+    return outcome;
+}
+
+}  // namespace pictavo

@@ -1,0 +1,54 @@
+#include "session/Report.h"
+
+#include <algorithm>
+
+#include "core/BasicCalculations_Tarsk.h"
+#include "session/Messages.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr std::size_t kMostLines = 12;
+
+std::string ProblemLine(const Problem& problem) {
+    const std::string number =
+        problem.number ? PadZeros(std::to_string(*problem.number), 4, true) + ": " : "";
+    const std::string path = problem.error.path.empty() ? "" : PathText(problem.error.path) + ": ";
+    return number + path + DetailText(problem.error);
+}
+
+std::string ProblemLines(const std::vector<Problem>& problems) {
+    std::string text;
+    for (std::size_t i = 0; i < std::min(problems.size(), kMostLines); ++i)
+        text += ProblemLine(problems[i]) + "\r";
+    if (problems.size() > kMostLines) text += "... (" + std::to_string(problems.size()) + ")\r";
+    text.pop_back();
+    return text;
+}
+
+}  // namespace
+
+void Tell(const Session& session, Ports& ports, const Error& error) {
+    for (const Notice& notice : NoticesOf(session.texts, error)) ports.prompts.Tell(notice);
+}
+
+Outcome Refuse(const Session& session, Ports& ports, const Error& error) {
+    Tell(session, ports, error);
+    return Outcome::Refused(error);
+}
+
+void TellProblems(Ports& ports, const Outcome& outcome) {
+    if (!outcome.problems.empty()) ports.prompts.Tell({"", ProblemLines(outcome.problems)});
+}
+
+Error StoppedError() {
+    return {ErrorKind::Stopped, {}, std::nullopt, "stopped before the end"};
+}
+
+void TellBatchEnd(const Session& session, Ports& ports, const Outcome& outcome) {
+    TellProblems(ports, outcome);
+    ports.prompts.Tell(Completion(session.texts));
+}
+
+}  // namespace pictavo

@@ -1,0 +1,26 @@
+#pragma once
+
+/// Brings what a command met before the user.
+
+#include "session/Outcome.h"
+#include "session/Ports.h"
+#include "session/Session.h"
+
+namespace pictavo {
+
+/// Shows the error's box or boxes.
+void Tell(const Session& session, Ports& ports, const Error& error);
+
+/// Shows the error's box and ends the command with it.
+Outcome Refuse(const Session& session, Ports& ports, const Error& error);
+
+/// One box that names each problem, by number, file and reason.
+void TellProblems(Ports& ports, const Outcome& outcome);
+
+/// The error of a batch that the user stopped.
+Error StoppedError();
+
+/// Ends a batch: a box that names what was passed over, if anything was, then the completion message.
+void TellBatchEnd(const Session& session, Ports& ports, const Outcome& outcome);
+
+}  // namespace pictavo

@@ -1,0 +1,140 @@
+#include "session/SaveAllPictures.h"
+
+#include "codec/Bitmap.h"
+#include "codec/GPFcodec.h"
+#include "session/Messages.h"
+#include "session/Names.h"
+#include "session/PngConverter.h"
+#include "session/Report.h"
+#include "session/SavePicture.h"
+#include "session/ShowPicture.h"
+#include "session/Targets.h"
+
+namespace pictavo {
+
+namespace {
+
+std::string ExtensionOf(BatchFormat format) {
+    switch (format) {
+        case BatchFormat::Bmp:
+            return ".bmp";
+        case BatchFormat::Gpf:
+            return ".gpf";
+        case BatchFormat::Gpf2:
+            return ".gpf2";
+        case BatchFormat::Png:
+            return ".png";
+    }
+    return {};
+}
+
+/// Where the stored bytes of the picture shown stand, and its type.
+struct StoredPicture {
+    const ByteSource& source;
+    std::uint64_t offset;
+    std::uint16_t type;
+};
+
+/// The file as the flash or work file holds it. Bytes past the end of a cut source are zeros.
+Result<Bytes> ComposeStored(const Session& session, const StoredPicture& stored, bool isGPF2) {
+    Bytes bytes(static_cast<std::size_t>(session.shown.consumed));
+    PICTAVO_TRY([[maybe_unused]] const std::size_t count, stored.source.ReadAt(stored.offset, bytes));
+    const GpfHeader header{static_cast<std::uint16_t>(session.picture.width),
+                           static_cast<std::uint16_t>(session.picture.height), stored.type,
+                           static_cast<std::uint16_t>(session.pictureNumber), isGPF2};
+    return ComposeGpf(header, bytes);
+}
+
+Result<Bytes> ComposeRowGpf(const Session& session, std::size_t index, bool isGPF2) {
+    const PictureRecord& row = session.rows[index];
+    if (!HasReplacement(session, index))
+        return ComposeStored(session, {*session.flash.source, row.picOffset, row.typeCode}, isGPF2);
+    PICTAVO_TRY(const auto workFile, FileSource::Open(session.workFiles.Replacement(row.number)));
+    PICTAVO_TRY(const GpfHeader header, ReadGpfHeader(*workFile));
+    return ComposeStored(session, {*workFile, kGpfHeaderSize, header.type}, isGPF2);
+}
+
+Result<Bytes> ComposePng(const Session& session, Ports& ports) {
+    PICTAVO_TRY(const auto path, ConvertPictureToPng(session, ports.processes, true));
+    PICTAVO_TRY(const auto source, FileSource::Open(path));
+    return source->ReadExactly(0, source->Size());
+}
+
+Result<Bytes> ComposeFile(const Session& session, Ports& ports, std::size_t index, BatchFormat format) {
+    switch (format) {
+        case BatchFormat::Bmp:
+            return ComposeBitmap(session.picture, session.picture.RasterHasAlpha);
+        case BatchFormat::Gpf:
+            return ComposeRowGpf(session, index, false);
+        case BatchFormat::Gpf2:
+            return ComposeRowGpf(session, index, true);
+        case BatchFormat::Png:
+            return ComposePng(session, ports);
+    }
+    return Bytes();
+}
+
+/// True when the file was written, false when its overwrite was declined.
+Result<bool> SaveRow(Session& session, Ports& ports, const Batch& batch, std::size_t index) {
+    const std::string name =
+        NumberName(session.settings, session.rows[index].number) + ExtensionOf(batch.format);
+    PICTAVO_TRY(const auto mode, AskTarget(session, ports, batch.folder / name));
+    if (!mode) return false;
+    PICTAVO_TRY(const Bytes file, ComposeFile(session, ports, index, batch.format));
+    PICTAVO_TRY(WriteWholeFile(batch.folder / name, file, *mode));
+    return true;
+}
+
+void SaveRowInto(Session& session, Ports& ports, const Batch& batch, std::size_t index, Outcome& outcome) {
+    const int number = session.rows[index].number;
+    if (const Status shown = ShowRow(session, index); !shown) {
+        outcome.problems.push_back({shown.error(), number});
+        return;
+    }
+    const auto incomplete = IncompleteError(session.shown, session.flash.source->Path());
+    if (incomplete) outcome.problems.push_back({*incomplete, number});
+    const auto saved = SaveRow(session, ports, batch, index);
+    if (!saved) outcome.problems.push_back({saved.error(), number});
+    if (saved.value_or(false)) ++outcome.written;
+}
+
+bool IsMeant(const Batch& batch, int number) {
+    return !batch.numbers || batch.numbers->contains(number);
+}
+
+}  // namespace
+
+Outcome SavePictures(Session& session, Ports& ports, const Batch& batch) {
+    if (batch.format == BatchFormat::Png)
+        if (const Status converter = CheckConverter(session); !converter)
+            return Refuse(session, ports, converter.error());
+    if (const Status folder = EnsureFolder(batch.folder); !folder)
+        return Refuse(session, ports, folder.error());
+    Outcome outcome;
+    for (std::size_t index = 0; index < session.rows.size(); ++index) {
+        if (IsMeant(batch, session.rows[index].number)) SaveRowInto(session, ports, batch, index, outcome);
+        const double percent =
+            100.0 * static_cast<double>(index + 1) / static_cast<double>(session.rows.size());
+        if (ports.progress.At(percent)) continue;
+        outcome.problems.push_back({StoppedError(), std::nullopt});
+        break;
+    }
+    if (batch.format == BatchFormat::Png) RemovePngTemporaries(session);
+    TellBatchEnd(session, ports, outcome);
+    return outcome;
+}
+
+Outcome SaveAsBmps(Session& session, Ports& ports) {
+    const auto folder = ports.prompts.ChooseFolder(FolderTitle(session.texts, session.texts.str_4save));
+    if (folder.empty()) return Outcome::Cancelled();
+    return SavePictures(session, ports, {folder, BatchFormat::Bmp, std::nullopt});
+}
+
+Outcome SaveAsGpfs(Session& session, Ports& ports) {
+    const auto folder = ports.prompts.ChooseFolder(FolderTitle(session.texts, session.texts.str_4save));
+    if (folder.empty()) return Outcome::Cancelled();
+    const BatchFormat format = AskGpf2(session, ports) ? BatchFormat::Gpf2 : BatchFormat::Gpf;
+    return SavePictures(session, ports, {folder, format, std::nullopt});
+}
+
+}  // namespace pictavo

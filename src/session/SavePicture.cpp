@@ -1,0 +1,157 @@
+#include "session/SavePicture.h"
+
+#include "codec/Bitmap.h"
+#include "codec/GPFcodec.h"
+#include "codec/PictureEncoder.h"
+#include "session/Compression.h"
+#include "session/Messages.h"
+#include "session/Names.h"
+#include "session/PngConverter.h"
+#include "session/Report.h"
+#include "session/Targets.h"
+
+namespace pictavo {
+
+namespace {
+
+/// The commands that save the one picture need one.
+Status CheckShown(const Session& session) {
+    if (session.shown.isShown) return {};
+    return Fail(ErrorKind::NoSuchPicture, "no picture is shown that could be saved");
+}
+
+FileChoice BmpChoice(const LanguageTable& texts) {
+    return {SaveTitle(texts, texts.cap_mnFileR), "Bitmap File (*.bmp)", {"*.bmp"}, "", "bmp"};
+}
+
+FileChoice PngChoice(const LanguageTable& texts) {
+    return {
+        SaveTitle(texts, texts.cap_mnFileR), "Portable Network Graphic files (*.png)", {"*.png"}, "", "png"};
+}
+
+FileChoice GpfChoice(const Session& session, bool isGPF2) {
+    const std::string extension = isGPF2 ? "gpf2" : "gpf";
+    return {SaveTitle(session.texts, session.texts.cap_mnFileR),
+            "Graphic Patch Files (*.gpf;*.gpf2)",
+            {"*.gpf", "*.gpf2"},
+            NumberName(session.settings, session.pictureNumber) + "." + extension,
+            extension};
+}
+
+Outcome Finish(const Session& session, Ports& ports, const Status& status) {
+    if (!status) return Refuse(session, ports, status.error());
+    ports.prompts.Tell(Completion(session.texts));
+    return Outcome::Wrote(1);
+}
+
+/// Asks for the target and writes it; `write` is given how.
+template <typename Write>
+Outcome WriteTarget(const Session& session, Ports& ports, const std::filesystem::path& path,
+                    const std::filesystem::path& input, Write write) {
+    const auto mode = AskTarget(session, ports, path, input);
+    if (!mode) return Refuse(session, ports, mode.error());
+    if (!*mode) return Outcome::Cancelled();
+    return Finish(session, ports, write(**mode));
+}
+
+/// A GPF can not hold the height of a tall picture; widths never exceed it.
+Status CheckGpfHeight(const Session& session, const std::filesystem::path& path, bool isGPF2) {
+    if (isGPF2 || session.picture.height <= kGpfLargestSize) return {};
+    return Fail(ErrorKind::NotSupported, path,
+                "a GPF file can not hold a picture of more than 255 rows; a GPF2 file (.gpf2) can");
+}
+
+Bytes ComposeShownGpf(const Session& session, bool isGPF2, std::uint8_t typeCode) {
+    const GpfHeader header{static_cast<std::uint16_t>(session.picture.width),
+                           static_cast<std::uint16_t>(session.picture.height), typeCode,
+                           static_cast<std::uint16_t>(session.pictureNumber), isGPF2};
+    return ComposeGpf(header, EncodePicture(session.picture, typeCode));
+}
+
+Status WriteGpf(const Session& session, const std::filesystem::path& path, bool isGPF2, std::uint8_t typeCode,
+                CommitMode mode) {
+    PICTAVO_TRY(CheckWritable(typeCode));
+    return WriteWholeFile(path, ComposeShownGpf(session, isGPF2, typeCode), mode);
+}
+
+Status WritePng(const Session& session, ProcessRunner& processes, const std::filesystem::path& path,
+                bool withAlpha, CommitMode mode) {
+    PICTAVO_TRY(const std::filesystem::path png, ConvertPictureToPng(session, processes, withAlpha));
+    PICTAVO_TRY(const auto source, FileSource::Open(png));
+    PICTAVO_TRY(OutputFile file, OutputFile::Create(path));
+    PICTAVO_TRY(CopyRange(*source, 0, source->Size(), file));
+    PICTAVO_TRY(file.Commit(mode));
+    RemovePngTemporaries(session);
+    return {};
+}
+
+bool AskAlpha(const Session& session, Ports& ports) {
+    return session.picture.RasterHasAlpha && ports.prompts.Confirm(AlphaQuestion(session.texts));
+}
+
+}  // namespace
+
+bool AskGpf2(const Session& session, Ports& ports) {
+    return session.settings.DefaultGPF2 || ports.prompts.Confirm(Gpf2Question(session.texts));
+}
+
+Outcome SaveAsGpf(Session& session, Ports& ports, std::uint8_t typeCode) {
+    if (const Status shown = CheckShown(session); !shown) return Refuse(session, ports, shown.error());
+    const bool wantsGpf2 = AskGpf2(session, ports);
+    const std::filesystem::path answer = ports.prompts.ChooseSave(GpfChoice(session, wantsGpf2));
+    if (answer.empty()) return Outcome::Cancelled();
+    const std::filesystem::path path = GpfName(WithoutTail(answer), wantsGpf2);
+    const bool isGPF2 = NamesGpf2(path);
+    if (const Status fits = CheckGpfHeight(session, path, isGPF2); !fits)
+        return Refuse(session, ports, fits.error());
+    return WriteTarget(session, ports, path, {}, [&](CommitMode mode) {
+        return WriteGpf(session, path, isGPF2, AskCompression(session, ports, typeCode), mode);
+    });
+}
+
+Outcome SaveGpfTo(Session& session, Ports& ports, const std::filesystem::path& path, bool isGPF2,
+                  std::uint8_t typeCode, const std::filesystem::path& input) {
+    if (const Status fits = CheckGpfHeight(session, path, isGPF2); !fits)
+        return Refuse(session, ports, fits.error());
+    return WriteTarget(session, ports, path, input,
+                       [&](CommitMode mode) { return WriteGpf(session, path, isGPF2, typeCode, mode); });
+}
+
+Outcome SaveAsBmp(Session& session, Ports& ports) {
+    if (const Status shown = CheckShown(session); !shown) return Refuse(session, ports, shown.error());
+    const bool withAlpha = AskAlpha(session, ports);
+    const std::filesystem::path answer = ports.prompts.ChooseSave(BmpChoice(session.texts));
+    if (answer.empty()) return Outcome::Cancelled();
+    return SaveBmpTo(session, ports, WithExtension(WithoutTail(answer), ".bmp"), withAlpha);
+}
+
+Outcome SaveBmpTo(Session& session, Ports& ports, const std::filesystem::path& path, bool withAlpha,
+                  const std::filesystem::path& input) {
+    return WriteTarget(session, ports, path, input, [&](CommitMode mode) {
+        return WriteWholeFile(path, ComposeBitmap(session.picture, withAlpha, session.channels), mode);
+    });
+}
+
+Outcome SaveAsPng(Session& session, Ports& ports) {
+    if (const Status converter = CheckConverter(session); !converter)
+        return Refuse(session, ports, converter.error());
+    if (const Status shown = CheckShown(session); !shown) return Refuse(session, ports, shown.error());
+    const bool withAlpha = AskAlpha(session, ports);
+    const std::filesystem::path answer = ports.prompts.ChooseSave(PngChoice(session.texts));
+    if (answer.empty()) return Outcome::Cancelled();
+    return SavePngTo(session, ports, WithExtension(WithoutTail(answer), ".png"), withAlpha);
+}
+
+Outcome SavePngTo(Session& session, Ports& ports, const std::filesystem::path& path, bool withAlpha,
+                  const std::filesystem::path& input) {
+    return WriteTarget(session, ports, path, input, [&](CommitMode mode) {
+        return WritePng(session, ports.processes, path, withAlpha, mode);
+    });
+}
+
+Status SaveAsBMP(const Session& session, const std::filesystem::path& path, bool withAlpha) {
+    return WriteWholeFile(path, ComposeBitmap(session.picture, withAlpha, session.channels),
+                          CommitMode::Replace);
+}
+
+}  // namespace pictavo

@@ -1,0 +1,39 @@
+#pragma once
+
+/// Saves the picture that is shown as one file. The functions with a chooser are the menu commands; those
+/// with a path are what they end in, and what the command line calls.
+
+#include "session/Outcome.h"
+#include "session/Ports.h"
+#include "session/Session.h"
+
+namespace pictavo {
+
+/// "Save as GPF" in the depth that a compressed type code names (81, 85, 88, 8A): asks for the variant, the
+/// name, an overwrite and the compression. Kept: with CompressGPF on, 1 bit stays compressed and so is always
+/// refused.
+Outcome SaveAsGpf(Session& session, Ports& ports, std::uint8_t typeCode);
+
+/// "Save as BMP", with alpha when the picture has one and the user wants it.
+Outcome SaveAsBmp(Session& session, Ports& ports);
+
+/// "Save as PNG", the same, through the converter.
+Outcome SaveAsPng(Session& session, Ports& ports);
+
+/// Write the picture, with no question but the overwrite. `input` is a file that must not be written. The
+/// number in the header is the session's picture number.
+Outcome SaveGpfTo(Session& session, Ports& ports, const std::filesystem::path& path, bool isGPF2,
+                  std::uint8_t typeCode, const std::filesystem::path& input = {});
+Outcome SaveBmpTo(Session& session, Ports& ports, const std::filesystem::path& path, bool withAlpha,
+                  const std::filesystem::path& input = {});
+Outcome SavePngTo(Session& session, Ports& ports, const std::filesystem::path& path, bool withAlpha,
+                  const std::filesystem::path& input = {});
+
+/// Writes the Raster as a bitmap, whole pixels or the session's flagged channels; a file of that name is
+/// replaced.
+Status SaveAsBMP(const Session& session, const std::filesystem::path& path, bool withAlpha);
+
+/// The variant for a save: GPF2 without a question when it is the default.
+bool AskGpf2(const Session& session, Ports& ports);
+
+}  // namespace pictavo

@@ -1,0 +1,46 @@
+#pragma once
+
+/// The state of one window, or of one run of the command line. Commands receive it by reference; nothing is
+/// global.
+
+#include <string>
+#include <vector>
+
+#include "codec/PictureDecoder.h"
+#include "config/AppSettings.h"
+#include "config/LanguageTable.h"
+#include "core/PictureTable.h"
+#include "patch/WorkFiles.h"
+
+namespace pictavo {
+
+/// What the view shows.
+struct ShownPicture {
+    bool isShown = false;        ///< the Raster holds a whole picture, which may be saved
+    bool isComplete = true;      ///< false when the file ended inside the picture's data
+    std::string caption;         ///< information line, or why nothing is shown
+    std::uint64_t consumed = 0;  ///< stored bytes of a phone picture
+};
+
+struct Session {
+    AppSettings settings;
+    LanguageTable texts;
+    WorkFiles workFiles;
+
+    FullflashImage flash;
+    std::vector<PictureRecord> rows;
+    std::vector<bool> replaced;  ///< for each row whether it is bold: a replacement was made of it
+
+    Picture picture;
+    ShownPicture shown;
+    int pictureNumber = 0;  ///< of the row shown last; goes into the header of a GPF
+    ChannelFlags channels;  ///< for one load or save
+
+    bool pngPatchPending = false;   ///< the work folder holds a patch of replaced PNG files
+    bool savePatchEnabled = false;  ///< something was replaced since the last patch
+
+    /// The converter that the settings name.
+    std::filesystem::path Converter() const;
+};
+
+}  // namespace pictavo

@@ -1,0 +1,84 @@
+#include "session/ShowPicture.h"
+
+#include "codec/PictureType.h"
+#include "core/BasicCalculations_Tarsk.h"
+#include "session/Messages.h"
+
+namespace pictavo {
+
+namespace {
+
+PictureFormat FormatOf(const Session& session, const PictureRecord& row) {
+    return {row.width, row.height, BitDepthOf(row.typeCode).value_or(session.picture.bitDepth),
+            IsCompressed(row.typeCode)};
+}
+
+std::string SizeText(const PictureFormat& format) {
+    return std::to_string(format.width) + " x " + std::to_string(format.height);
+}
+
+/// The reason as the frame's line gives it.
+std::string ReasonText(const LanguageTable& texts, const Error& error) {
+    return error.kind == ErrorKind::TooLarge ? texts.str_LarPic + "!" : error.detail;
+}
+
+void ShowDecoded(ShownPicture& shown, const std::string& number, const PictureFormat& format,
+                 const DecodedPicture& decoded) {
+    shown = {true, decoded.complete, InformationLine(number, format, decoded.consumed), decoded.consumed};
+}
+
+Status ShowFlashPicture(Session& session, const PictureRecord& row) {
+    const PictureFormat format = FormatOf(session, row);
+    const std::string number = ColumnText(row, Column::Number);
+    const auto decoded = DecodePicture(*session.flash.source, row.picOffset, format, session.picture);
+    if (decoded) {
+        ShowDecoded(session.shown, number, format, *decoded);
+        return {};
+    }
+    NothingShown(session.shown, number + " :: " + SizeText(format),
+                 ReasonText(session.texts, decoded.error()));
+    return Failure(WithPath(decoded.error(), session.flash.source->Path()));
+}
+
+}  // namespace
+
+void NothingShown(ShownPicture& shown, const std::string& subject, const std::string& reason) {
+    shown = {false, true, subject + " :: " + reason, 0};
+}
+
+bool HasReplacement(const Session& session, std::size_t index) {
+    return session.replaced[index] && !FileMissing(session.workFiles.Replacement(session.rows[index].number));
+}
+
+Status ShowRow(Session& session, std::size_t index) {
+    const PictureRecord& row = session.rows[index];
+    session.pictureNumber = row.number;
+    if (!HasReplacement(session, index)) return ShowFlashPicture(session, row);
+    PICTAVO_TRY([[maybe_unused]] const LoadedGpf loaded,
+                LoadGPFfile(session, session.workFiles.Replacement(row.number)));
+    return {};
+}
+
+Result<LoadedGpf> LoadGPFfile(Session& session, const std::filesystem::path& path) {
+    const auto source = FileSource::Open(path);
+    const auto loaded =
+        source ? LoadGpf(**source, session.picture) : Result<LoadedGpf>(Failure(source.error()));
+    if (loaded) {
+        ShowDecoded(session.shown, std::to_string(loaded->header.number), GpfPictureFormat(loaded->header),
+                    loaded->decoded);
+        return loaded;
+    }
+    // A file that is no GPF changed nothing: what was shown before still is.
+    const bool decodeFailed =
+        loaded.error().kind == ErrorKind::TooLarge || loaded.error().kind == ErrorKind::ReadFailed;
+    if (decodeFailed)
+        NothingShown(session.shown, PathText(path.filename()), ReasonText(session.texts, loaded.error()));
+    return Failure(WithPath(loaded.error(), path));
+}
+
+std::optional<Error> IncompleteError(const ShownPicture& shown, const std::filesystem::path& path) {
+    if (shown.isComplete) return std::nullopt;
+    return Error{ErrorKind::Truncated, path, std::nullopt, "the file ends inside the picture's data"};
+}
+
+}  // namespace pictavo

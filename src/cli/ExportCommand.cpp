@@ -39,7 +39,7 @@ class ExportCommand final : public Command {
 
     int Run(Front& front) override {
         cli::Run run(front, options_);
-        if (const Status opened = run.Open(flash_); !opened) return front.Fail(opened.error());
+        if (const Status opened = run.OpenFlashWithTable(flash_); !opened) return front.Fail(opened.error());
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
         Batch batch{folder_, kFormats.at(format_), std::nullopt};
         if (!pictures_.empty()) batch.numbers = ParseNumberList(pictures_);

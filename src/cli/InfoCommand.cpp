@@ -40,7 +40,9 @@ class InfoCommand final : public Command {
         cli::Run run(front, {});
         if (const Status opened = run.Open(flash_); !opened) return front.Fail(opened.error());
         const Json info = InfoOf(run.session);
-        return front.Print(json_ ? info.dump(2) + "\n" : AsLines(info));
+        const int printed = front.Print(json_ ? info.dump(2) + "\n" : AsLines(info));
+        const Status isFullflash = run.CheckIsFullflash();
+        return isFullflash ? printed : front.Fail(isFullflash.error());
     }
 
   private:

@@ -46,7 +46,9 @@ class ListCommand final : public Command {
     int Run(Front& front) override {
         cli::Run run(front, {});
         if (const Status opened = run.Open(flash_); !opened) return front.Fail(opened.error());
-        return front.Print(json_ ? AsJson(run.session.rows) : AsLines(run.session.rows));
+        const int printed = front.Print(json_ ? AsJson(run.session.rows) : AsLines(run.session.rows));
+        const Status isFullflash = run.CheckIsFullflash();
+        return isFullflash ? printed : front.Fail(isFullflash.error());
     }
 
   private:

@@ -78,7 +78,7 @@ class PatchCommand final : public Command {
 
     int Run(Front& front) override {
         cli::Run run(front, options_);
-        if (const Status opened = run.Open(flash_); !opened) return front.Fail(opened.error());
+        if (const Status opened = run.OpenFlashWithTable(flash_); !opened) return front.Fail(opened.error());
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
         Outcome replaced = ReplaceAll(run);
         if (replaced.end != Outcome::End::Done) return front.Report(replaced);

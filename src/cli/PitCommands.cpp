@@ -22,7 +22,7 @@ class BackupPitCommand final : public Command {
 
     int Run(Front& front) override {
         cli::Run run(front, options_);
-        if (const Status opened = run.Open(flash_); !opened) return front.Fail(opened.error());
+        if (const Status opened = run.OpenFlashWithTable(flash_); !opened) return front.Fail(opened.error());
         return front.Report(BackupPitTo(run.session, run.ports, folder_));
     }
 
@@ -51,7 +51,7 @@ class RebuildPitCommand final : public Command {
 
     int Run(Front& front) override {
         cli::Run run(front, options_);
-        if (const Status opened = run.Open(flash_); !opened) return front.Fail(opened.error());
+        if (const Status opened = run.OpenFlashWithTable(flash_); !opened) return front.Fail(opened.error());
         return front.Report(RebuildPitFrom(run.session, run.ports, from_, folder_));
     }
 

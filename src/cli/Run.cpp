@@ -57,6 +57,18 @@ Status Run::Open(const std::filesystem::path& flash) {
     return OpenFullflash(session, flash, progress_);
 }
 
+Status Run::OpenFlashWithTable(const std::filesystem::path& flash) {
+    PICTAVO_TRY(Open(flash));
+    return CheckIsFullflash();
+}
+
+Status Run::CheckIsFullflash() const {
+    const FullflashImage& flash = session.flash;
+    if (flash.pitOffset && *flash.pitOffset < flash.source->Size()) return {};
+    return pictavo::Fail(ErrorKind::UnknownFile, flash.source->Path(),
+                         "is no fullflash, or one cut short: it holds no picture table");
+}
+
 Status Run::NeedWorkFiles() {
     PICTAVO_TRY(RunFolder folder, RunFolder::Create());
     session.workFiles.folder = folder.Path();

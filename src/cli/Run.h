@@ -29,8 +29,15 @@ class Run {
   public:
     Run(Front& front, const AnswerOptions& options);
 
-    /// Opens the flash; after this `session.flash` is usable.
+    /// Opens the flash, whatever it is; after this `session.flash` is usable.
     Status Open(const std::filesystem::path& flash);
+
+    /// The same, for commands that make no sense without a picture table.
+    Status OpenFlashWithTable(const std::filesystem::path& flash);
+
+    /// Fails with UnknownFile when the open file has no place for a picture table: it is no fullflash, or one
+    /// cut short.
+    Status CheckIsFullflash() const;
 
     /// Gives the session a folder of temporary files, removed when the run ends.
     Status NeedWorkFiles();

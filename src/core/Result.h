@@ -78,6 +78,7 @@ inline Error WithPath(Error error, const std::filesystem::path& path) {
 
 }  // namespace pictavo
 
+// NOLINTBEGIN(bugprone-macro-parentheses): a declaration can not stand in parentheses.
 #define PICTAVO_CONCAT_(a, b) a##b
 #define PICTAVO_CONCAT(a, b) PICTAVO_CONCAT_(a, b)
 
@@ -96,3 +97,4 @@ inline Error WithPath(Error error, const std::filesystem::path& path) {
     auto name = (call);                                          \
     if (!(name)) return tl::unexpected(std::move(name).error()); \
     declaration = std::move(name).value()
+// NOLINTEND(bugprone-macro-parentheses)

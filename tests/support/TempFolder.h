@@ -1,0 +1,69 @@
+#pragma once
+
+/// A scratch folder of the test's own, removed at its end, and short ways to read and write files in it.
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "core/Bytes.h"
+
+namespace pictavo::tests {
+
+class TempFolder {
+  public:
+    TempFolder() {
+        std::string name = (std::filesystem::temp_directory_path() / "pictavo-test-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr) std::abort();
+        path_ = name;
+    }
+    ~TempFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return path_; }
+    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+inline Bytes ReadFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file.is_open()) << path;
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+inline std::string ReadText(const std::filesystem::path& path) {
+    return std::string(AsText(ReadFile(path)));
+}
+
+inline std::filesystem::path WriteFile(const std::filesystem::path& path, ByteView bytes) {
+    std::ofstream file(path, std::ios::binary);
+    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    EXPECT_TRUE(file.good()) << path;
+    return path;
+}
+
+inline std::filesystem::path WriteFile(const std::filesystem::path& path, const std::string& text) {
+    return WriteFile(path, AsBytes(text));
+}
+
+/// The names in a folder, hidden ones included, in order.
+inline std::vector<std::string> ListNames(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+}  // namespace pictavo::tests

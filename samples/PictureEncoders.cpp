@@ -75,7 +75,8 @@ Bytes BitRows(const Drawing& drawing) {
     for (int y = 0; y < drawing.height; ++y) {
         for (int x = 0; x < drawing.width; ++x) {
             if (!IsBlackInOneBit(drawing.At(x, y))) continue;
-            bytes[static_cast<std::size_t>(y * rowBytes + x / 8)] |= LowByte(0x80U >> (x % 8));
+            bytes[static_cast<std::size_t>(y) * static_cast<std::size_t>(rowBytes) +
+                  static_cast<std::size_t>(x / 8)] |= LowByte(0x80U >> (x % 8));
         }
     }
     return bytes;

@@ -66,6 +66,7 @@ int Main(int count, char** arguments) {
     app.footer(kFooter);
     const auto commands = MakeCommands();
     std::vector<CLI::App*> subs;
+    subs.reserve(commands.size());
     for (const auto& command : commands) subs.push_back(DeclareCommand(app, *command));
     try {
         app.parse(count, arguments);

@@ -50,7 +50,7 @@ static_assert(std::endian::native == std::endian::little, "cells are stored as l
 constexpr std::uint32_t kMarkerNumber = std::bit_cast<std::uint32_t>(kTransparentMarker);
 
 std::uint16_t WordAt(const std::uint8_t* stored, std::size_t index) {
-    std::uint16_t word;
+    std::uint16_t word = 0;
     std::memcpy(&word, stored + 2 * index, sizeof word);
     return word;
 }
@@ -67,7 +67,7 @@ void CopySwapped(const void* from, void* to, std::size_t count) {
     const auto* source = static_cast<const std::uint8_t*>(from);
     auto* target = static_cast<std::uint8_t*>(to);
     for (std::size_t i = 0; i < count; ++i) {
-        std::uint32_t number;
+        std::uint32_t number = 0;
         std::memcpy(&number, source + 4 * i, sizeof number);
         number = SwapRedAndBlue(number);
         std::memcpy(target + 4 * i, &number, sizeof number);

@@ -8,8 +8,9 @@ namespace pictavo {
 
 namespace {
 
-constexpr std::size_t kWindowSize = 128 * 1024;
-constexpr std::uint64_t kWindowGrid = 4 * 1024;  // a window starts at a page of the system's file cache
+constexpr std::size_t kWindowSize = std::size_t{128} * 1024;
+constexpr std::uint64_t kWindowGrid =
+    std::uint64_t{4} * 1024;  // a window starts at a page of the system's file cache
 
 }  // namespace
 

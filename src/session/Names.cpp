@@ -41,7 +41,7 @@ std::filesystem::path WithExtension(const std::filesystem::path& name, const std
 }
 
 std::filesystem::path GpfName(const std::filesystem::path& answer, bool isGPF2) {
-    const std::filesystem::path name = isGPF2 && !EndsWith(answer, "2") ? Appended(answer, "2") : answer;
+    std::filesystem::path name = isGPF2 && !EndsWith(answer, "2") ? Appended(answer, "2") : answer;
     if (EndsWith(name, "gpf2") || EndsWith(name, ".gpf")) return name;
     return Appended(name, ".gpf2");
 }

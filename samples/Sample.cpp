@@ -109,7 +109,8 @@ DrawingRecipe FileRecipe(int number, std::uint32_t seed) {
 /// without reading it takes them for its end.
 bool EndsOnce(const Bytes& gif) {
     constexpr std::array<std::uint8_t, 2> kEnd{0x00, 0x3B};
-    return std::ranges::search(gif, kEnd).end() == gif.end();
+    const auto found = std::search(gif.begin(), gif.end(), kEnd.begin(), kEnd.end());
+    return static_cast<std::size_t>(gif.end() - found) == kEnd.size();
 }
 
 Bytes MakePicture(FileKind kind, int number, DrawingRecipe recipe) {

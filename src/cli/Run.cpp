@@ -47,7 +47,7 @@ void AnswerOptions::DeclareConverter(CLI::App& app) {
 }
 
 Run::Run(Front& front, const AnswerOptions& options)
-    : ports{front.prompts, progress_, processes_, pictures_}, front_(front), progress_(front.err) {
+    : ports{front.prompts, progress_, processes_, pictures_}, progress_(front.err) {
     session.settings = SettingsFor(front, options);
     front.prompts.overwrite = options.overwrite;
     front.prompts.compress = options.compress;

@@ -46,7 +46,6 @@ class Run {
     Ports ports;
 
   private:
-    Front& front_;
     TerminalProgress progress_;
     QtProcessRunner processes_;
     QtPictureLoader pictures_;

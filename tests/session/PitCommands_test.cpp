@@ -1,0 +1,187 @@
+#include "session/PitCommands.h"
+
+#include "support/SessionFixture.h"
+
+namespace pictavo::tests {
+namespace {
+
+class PitCommandsTest : public SessionFixture {
+  protected:
+    PitCommandsTest() {
+        out = temp / "out";
+        from = temp / "from";
+        std::filesystem::create_directory(from);
+    }
+
+    /// Three pictures of 4 x 4 in type 05 at 0x180000 in steps of 64, the table at 0xA0000.
+    static FlashBuilder ThreeSquares() {
+        FlashBuilder flash(FlashKind::NewSGold);
+        flash.Size(2U << 20).PicturesAt(0x180000).Align(64);
+        for (const std::uint8_t value : std::initializer_list<std::uint8_t>{1, 2, 3})
+            flash.AddPicture(4, 4, 0x05, Bytes(16, value));
+        return flash;
+    }
+
+    void PutGpf(const std::string& name, int width, int height, std::uint8_t value) {
+        const auto stored = static_cast<std::size_t>(width * height);
+        std::filesystem::rename(WriteGpf2("x", width, height, 0x05, Bytes(stored, value)), from / name);
+    }
+
+    Outcome Rebuild() { return RebuildPitFrom(session, scripted.ports, from, out); }
+
+    std::filesystem::path out;
+    std::filesystem::path from;
+};
+
+TEST_F(PitCommandsTest, BackupNamesBothFilesByTheirOffsetsAndHoldsTheFlashsBytes) {
+    Open(ThreeSquares());
+    EXPECT_TRUE(BackupPitTo(session, scripted.ports, out).IsClean());
+    EXPECT_EQ(ListNames(out), (std::vector<std::string>{"0x00A0000.bin", "0x0180000.bin"}));
+    EXPECT_EQ(ReadFile(out / "0x00A0000.bin"),
+              Bytes(flashBytes.begin() + 0xA0000, flashBytes.begin() + 0xA0018));
+    EXPECT_EQ(ReadFile(out / "0x0180000.bin"),
+              Bytes(flashBytes.begin() + 0x180000, flashBytes.begin() + 0x180090));
+    EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{"Succes"});
+}
+
+TEST_F(PitCommandsTest, BackupOfLongRecordsTakesTwelveBytesEach) {
+    Open(FourIcons(FlashKind::NewSGoldEL71));
+    ASSERT_TRUE(BackupPitTo(session, scripted.ports, out).IsClean());
+    EXPECT_EQ(ReadFile(out / "0x00A0000.bin").size(), 48U);
+}
+
+TEST_F(PitCommandsTest, BackupMeasuresTheLastPictureInTheFlashAndLeavesTheRaster) {
+    Open(ThreeSquares());
+    ReplaceBy(2, samples::DrawIcon(16, 16, 1), 0x85);
+    const Cell before = CellAt(3, 3);
+    ASSERT_TRUE(BackupPitTo(session, scripted.ports, out).IsClean());
+    EXPECT_EQ(ReadFile(out / "0x0180000.bin").size(), 0x90U);
+    EXPECT_EQ(CellAt(3, 3), before);
+    EXPECT_EQ(session.picture.width, 16);
+}
+
+TEST_F(PitCommandsTest, BackupAsksForEachFileAndCancelSkipsOnlyIt) {
+    Open(ThreeSquares());
+    std::filesystem::create_directory(out);
+    WriteFile(out / "0x00A0000.bin", std::string("old"));
+    WriteFile(out / "0x0180000.bin", std::string("old"));
+    scripted.prompts.Expect(Asked::Overwrite, false);
+    scripted.prompts.Expect(Asked::Overwrite, true);
+    EXPECT_EQ(BackupPitTo(session, scripted.ports, out).written, 1U);
+    EXPECT_EQ(ReadText(out / "0x00A0000.bin"), "old");
+    EXPECT_EQ(ReadFile(out / "0x0180000.bin").size(), 0x90U);
+}
+
+TEST_F(PitCommandsTest, AFullTableWritesAsManyRecordsAsPicnumSays) {
+    FlashBuilder full(FlashKind::NewSGold);
+    full.EndTable(false);
+    for (int i = 0; i <= 2000; ++i)
+        full.AddRecord({1, 1, 5, 0, static_cast<std::uint8_t>(i & 0xF0), 0, 8, 0xA0});
+    Open(full);
+    session.rows.back().picOffset = 0x90000;
+    ASSERT_TRUE(BackupPitTo(session, scripted.ports, out).IsClean());
+    EXPECT_EQ(ReadFile(out / "0x00A0000.bin").size(), 8U);
+}
+
+TEST_F(PitCommandsTest, AnEmptyTableIsRefusedWithoutAFile) {
+    Open(FlashBuilder(FlashKind::NewSGold));
+    EXPECT_EQ(BackupPitTo(session, scripted.ports, out).problems.at(0).error.kind, ErrorKind::EmptyBlock);
+    EXPECT_EQ(Rebuild().problems.at(0).error.kind, ErrorKind::EmptyBlock);
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+TEST_F(PitCommandsTest, ABlockThatEndsBeforeItBeginsIsRefused) {
+    FlashBuilder flash = ThreeSquares();
+    flash.AddPictureAt(0x100000, 4, 4, 0x05, Bytes(16, 4));
+    Open(flash);
+    EXPECT_EQ(BackupPitTo(session, scripted.ports, out).problems.at(0).error.kind, ErrorKind::EmptyBlock);
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+TEST_F(PitCommandsTest, RebuildPacksThePicturesInStepsOfSixteen) {
+    Open(ThreeSquares());
+    PutGpf("0.gpf2", 4, 4, 7);
+    PutGpf("1.gpf", 5, 5, 8);
+    PutGpf("2.gpf2", 2, 2, 9);
+    ASSERT_TRUE(Rebuild().IsClean());
+    EXPECT_EQ(BytesToHex(ReadFile(out / "0x00A0000.bin"), false),
+              "04040500000018A0"
+              "05050500100018A0"
+              "02020500300018A0");
+    const Bytes block = ReadFile(out / "0x0180000.bin");
+    EXPECT_EQ(block.size(), 64U);
+    EXPECT_EQ(block[0x10], 8);
+    EXPECT_EQ(block[0x10 + 25], 0);
+    EXPECT_EQ(block[0x30], 9);
+}
+
+TEST_F(PitCommandsTest, RebuildTakesAWorkFileBeforeTheFolderAndGpf2BeforeGpf) {
+    Open(ThreeSquares());
+    for (const char* name : {"0.gpf2", "1.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+    PutGpf("1.gpf", 2, 2, 8);
+    ReplaceBy(0, samples::DrawOneColour(3, 3, {255, 0, 0, 255}), 0x85);
+    ASSERT_TRUE(Rebuild().IsClean());
+    EXPECT_TRUE(BytesToHex(ReadFile(out / "0x00A0000.bin"), false).starts_with("03030500000018A004040500"));
+}
+
+TEST_F(PitCommandsTest, AnExactRepackEndsWithTheTooLargeTextAndBothFilesComplete) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    flash.Size(2U << 20).PicturesAt(0x180000).Align(16);
+    for (int i = 0; i < 3; ++i) flash.AddPicture(4, 4, 0x05, Bytes(16, 1));
+    Open(flash);
+    for (const char* name : {"0.gpf2", "1.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+    const Outcome outcome = Rebuild();
+    EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::BlockTooLarge);
+    EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{"RpitLarge"});
+    EXPECT_EQ(ReadFile(out / "0x00A0000.bin").size(), 24U);
+    EXPECT_EQ(ReadFile(out / "0x0180000.bin").size(), 48U);
+}
+
+TEST_F(PitCommandsTest, ABlockThatReachesTheOldLastPictureExactlyPasses) {
+    Open(ThreeSquares());
+    PutGpf("0.gpf2", 8, 8, 7);
+    PutGpf("1.gpf2", 4, 8, 7);
+    PutGpf("2.gpf2", 8, 4, 7);
+    EXPECT_TRUE(Rebuild().IsClean());
+}
+
+TEST_F(PitCommandsTest, AnEarlierOverrunLeavesTheFilesAsFarAsWritten) {
+    Open(ThreeSquares());
+    PutGpf("0.gpf2", 8, 8, 7);
+    PutGpf("1.gpf2", 9, 8, 7);
+    PutGpf("2.gpf2", 4, 4, 7);
+    EXPECT_EQ(Rebuild().problems.at(0).error.kind, ErrorKind::BlockTooLarge);
+    EXPECT_EQ(ReadFile(out / "0x00A0000.bin").size(), 16U);
+}
+
+TEST_F(PitCommandsTest, AMissingSourceIsRefusedBeforeAnyFileIsMadeAndNamed) {
+    Open(ThreeSquares());
+    PutGpf("1.gpf2", 4, 4, 7);
+    const Outcome outcome = Rebuild();
+    ASSERT_EQ(outcome.problems.size(), 2U);
+    EXPECT_EQ(outcome.problems[0].number, 0);
+    EXPECT_EQ(outcome.problems[1].number, 2);
+    EXPECT_EQ(outcome.problems[0].error.kind, ErrorKind::SourceMissing);
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+TEST_F(PitCommandsTest, AStoppedRebuildLeavesNoFile) {
+    Open(ThreeSquares());
+    for (const char* name : {"0.gpf2", "1.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+    scripted.progress.stopAfter = scripted.progress.percents.size() + 1;
+    EXPECT_EQ(Rebuild().problems.at(0).error.kind, ErrorKind::Stopped);
+    EXPECT_TRUE(ListNames(out).empty());
+}
+
+TEST_F(PitCommandsTest, CancelledFoldersChangeNothing) {
+    Open(ThreeSquares());
+    scripted.prompts.Choose({});
+    EXPECT_EQ(BackupPit(session, scripted.ports).end, Outcome::End::Cancelled);
+    scripted.prompts.Choose(from);
+    scripted.prompts.Choose({});
+    EXPECT_EQ(RebuildPit(session, scripted.ports).end, Outcome::End::Cancelled);
+    EXPECT_TRUE(scripted.prompts.notices.empty());
+}
+
+}  // namespace
+}  // namespace pictavo::tests

@@ -1,0 +1,274 @@
+#include "session/SavePatch.h"
+
+#include "patch/PatchReader.h"
+#include "session/ShowPicture.h"
+#include "support/SessionFixture.h"
+
+namespace pictavo::tests {
+namespace {
+
+class SavePatchTest : public SessionFixture {
+  protected:
+    /// Two pictures of 16 x 16 in type 05, with room for exactly that, and free flash behind the search
+    /// start.
+    static FlashBuilder TwoSquares(FlashKind kind = FlashKind::SGold) {
+        FlashBuilder flash(kind);
+        flash.Size(2U << 20).PicturesAt(0x180000).FillWithCode(0x40000, 0x4F000, 3);
+        return flash.AddPicture(16, 16, 0x05, Bytes(256, 0x11)).AddPicture(16, 16, 0x05, Bytes(256, 0x22));
+    }
+
+    std::string Save() {
+        patch = temp / "GP_new.vkp";
+        outcome = SavePatchTo(session, scripted.ports, patch).outcome;
+        return ReadText(patch);
+    }
+
+    void ReplaceByColour(std::size_t row, int width, int height, std::uint8_t type = 0x85) {
+        ReplaceBy(row, samples::DrawOneColour(width, height, {255, 0, 0, 255}), type);
+    }
+
+    /// What the patch says behind its banner.
+    static std::string BehindBanner(const std::string& text) {
+        std::size_t at = 0;
+        for (int line = 0; line < 8; ++line) at = text.find("\r\n", at) + 2;
+        return text.substr(at);
+    }
+
+    /// The flash with the patch applied, opened in place of the old one.
+    void ApplyAndOpen() {
+        const auto entries = ReadPatch(MemorySource(ReadFile(patch)));
+        ASSERT_TRUE(entries);
+        const auto mismatches = CheckPatch(*entries, *session.flash.source);
+        ASSERT_TRUE(mismatches);
+        EXPECT_TRUE(mismatches->empty());
+        ASSERT_TRUE(ApplyPatch(*entries, *session.flash.source, temp / "copy.bin", false));
+        ASSERT_TRUE(OpenFullflash(session, temp / "copy.bin", scripted.progress));
+    }
+
+    std::filesystem::path patch;
+    Outcome outcome;
+};
+
+TEST_F(SavePatchTest, WithoutReplacementsHoldsTheBannerOnly) {
+    FlashBuilder flash = TwoSquares(FlashKind::NewSGold);
+    flash.Model("E71");
+    Open(flash);
+    const std::string rule = "; " + std::string(71, '#') + "\r\n";
+    const auto framed = [](const std::string& text) {
+        return text + std::string(70 - text.size(), ' ') + "###\r\n";
+    };
+    EXPECT_EQ(Save(), rule + framed("; ### This file is made by Pictavo v1.3") +
+                          framed("; ### Pictures for your own phone; keep a copy of the fullflash.") +
+                          framed("; ###") + framed("; ### See ReadMe.txt before you flash.") +
+                          framed("; ###") + framed("; ### Patch for SIEMENS E71fw2E (lg1)") + rule);
+    EXPECT_TRUE(outcome.IsClean());
+}
+
+TEST_F(SavePatchTest, ControlBytesOfTheFlashBecomeBlanksInTheBanner) {
+    FlashBuilder flash = TwoSquares();
+    flash.Manufacturer("A\r\nB").LanguagePack(std::string("l\0x", 3));
+    Open(flash);
+    const std::string text = Save();
+    EXPECT_NE(text.find("; ### Patch for A  B "), std::string::npos);
+    EXPECT_NE(text.find("fw2E (l x)"), std::string::npos);
+}
+
+TEST_F(SavePatchTest, APictureThatFitsStaysInPlace) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 4, 1);
+    const std::string hex = UpperHex(session.rows[0].pitOffset);
+    EXPECT_EQ(BehindBanner(Save()),
+              "\r\n; ##### Picture 0000 #####\r\n" + PadZeros(hex, 8, true) +
+                  ": 10100500000018A0 04010500000018A0\r\n\r\n00180000: 11111111 E0E0E0E0\r\n");
+    EXPECT_EQ(session.flash.FreeSearchOffset, 0x40000U);
+}
+
+TEST_F(SavePatchTest, RoomOfExactlyTheLengthIsInPlaceAndLessMoves) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 16, 16);
+    EXPECT_NE(Save().find("00180000: 1111"), std::string::npos);
+    Open(TwoSquares(), "again.bin");
+    const auto longer = WriteGpf2("longer.gpf2", 16, 16, 0x05, Bytes(256, 0x44));
+    scripted.prompts.Expect(Asked::Compress, false);
+    ASSERT_TRUE(
+        ReplaceFrom(session, scripted.ports, 0, longer, 0x88).IsClean());  // 512 bytes for 256 of room
+    std::filesystem::remove(patch);
+    EXPECT_NE(Save().find("\r\n0008F000: "), std::string::npos);
+}
+
+TEST_F(SavePatchTest, AMovedPictureTakesTheNextFreePlaceAndItsRecordNamesIt) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 17, 16);
+    const std::string text = Save();
+    EXPECT_NE(text.find(" 1110050000F008A0\r\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("\r\n0008F000: "), std::string::npos);
+    EXPECT_EQ(session.flash.FreeSearchOffset, 0x8F000U + 272U);
+}
+
+TEST_F(SavePatchTest, TwoMovedPicturesGetTwoPlaces) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 17, 16);
+    ReplaceByColour(1, 18, 16);
+    const std::string text = Save();
+    EXPECT_NE(text.find("\r\n0008F000: "), std::string::npos);
+    EXPECT_NE(text.find("\r\n0008F110: "), std::string::npos);
+}
+
+TEST_F(SavePatchTest, TheLastRowHasTheRoomOfItsOwnOldPicture) {
+    Open(TwoSquares());
+    ReplaceByColour(1, 16, 16);
+    EXPECT_NE(Save().find("\r\n00180100: 2222"), std::string::npos);
+}
+
+TEST_F(SavePatchTest, EqualOffsetsGiveNoRoom) {
+    FlashBuilder flash = TwoSquares();
+    flash.AddPictureAt(0x180100, 16, 16, 0x05, Bytes(256, 0x33));
+    Open(flash);
+    ReplaceByColour(1, 4, 1);
+    EXPECT_NE(Save().find("\r\n0008F000: "), std::string::npos);
+}
+
+TEST_F(SavePatchTest, FallingOffsetsGiveNoRoom) {
+    FlashBuilder flash = TwoSquares();
+    flash.AddPictureAt(0x170000, 16, 16, 0x05, Bytes(256, 0x33));
+    Open(flash);
+    ReplaceByColour(1, 4, 1);
+    EXPECT_NE(Save().find("\r\n0008F000: "), std::string::npos);
+}
+
+TEST_F(SavePatchTest, LongRecordsAreTwelveBytesAndHoldTallPictures) {
+    Open(TwoSquares(FlashKind::NewSGoldE71).Size(0x1100000));
+    ReplaceByColour(0, 240, 320);
+    EXPECT_NE(Save().find(" F000400105000000000000A1\r\n"), std::string::npos);
+}
+
+TEST_F(SavePatchTest, TheSameModelOnAnSGoldFlashHasShortRecords) {
+    FlashBuilder flash = TwoSquares();
+    flash.Model("E71");
+    Open(flash);
+    ReplaceByColour(0, 4, 1);
+    EXPECT_NE(Save().find(" 04010500000018A0\r\n"), std::string::npos);
+}
+
+TEST_F(SavePatchTest, LinesHoldSixteenBytesTheLastTheRestAndEqualOnesAreNotLeftOut) {
+    Open(TwoSquares());
+    ReplaceBy(0, samples::DrawOneColour(17, 1, {36, 146, 85, 255}), 0x85);  // stored as the old bytes may be
+    Save();
+    const auto entries = ReadPatch(MemorySource(ReadFile(patch)));
+    ASSERT_TRUE(entries);
+    ASSERT_EQ(entries->size(), 3U);
+    EXPECT_EQ((*entries)[1].newBytes.size(), 16U);
+    EXPECT_EQ((*entries)[2].newBytes.size(), 1U);
+    EXPECT_EQ((*entries)[2].offset, 0x180010U);
+}
+
+TEST_F(SavePatchTest, ABoldRowWithoutWorkFileHasAnEmptySection) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 4, 1);
+    std::filesystem::remove(session.workFiles.Replacement(0));
+    EXPECT_EQ(BehindBanner(Save()), "\r\n; ##### Picture 0000 #####\r\n");
+}
+
+TEST_F(SavePatchTest, ConsumesTheWorkFilesAndKeepsTheRowsBold) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 4, 1);
+    Save();
+    EXPECT_TRUE(ListNames(session.workFiles.folder).empty());
+    EXPECT_FALSE(session.savePatchEnabled);
+    EXPECT_TRUE(session.replaced[0]);
+    EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{"Succes"});
+}
+
+TEST_F(SavePatchTest, ASecondPatchHasEmptySectionsForTheOldRows) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 4, 1);
+    Save();
+    ReplaceByColour(1, 4, 1);
+    std::filesystem::remove(patch);
+    EXPECT_TRUE(BehindBanner(Save()).starts_with(
+        "\r\n; ##### Picture 0000 #####\r\n\r\n; ##### Picture 0001 #####\r\n"));
+}
+
+TEST_F(SavePatchTest, NoFreeMemoryKeepsThePicturePendingAndWritesTheOthers) {
+    FlashBuilder flash = TwoSquares();
+    flash.FillWithCode(0x40000, (2U << 20) - 0x40000, 3);
+    Open(flash);
+    ReplaceByColour(0, 17, 16);
+    ReplaceByColour(1, 4, 1);
+    const std::string text = BehindBanner(Save());
+    EXPECT_TRUE(text.starts_with("\r\n; ##### Picture 0000 #####\r\n\r\n; ##### Picture 0001 #####\r\n0"));
+    EXPECT_EQ(scripted.prompts.NoticeTexts(),
+              (std::vector<std::string>{"Can't find free memory in fullflash!", "Succes"}));
+    EXPECT_EQ(outcome.problems.at(0).number, 0);
+    EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0000.gpf2"});
+    EXPECT_TRUE(session.savePatchEnabled);
+}
+
+TEST_F(SavePatchTest, APendingPngPatchIsAppendedAsItStandsAndConsumed) {
+    Open(TwoSquares());
+    WriteFile(session.workFiles.PngPatch(), std::string("; png\r\n00000010: 00 01\r\n"));
+    session.pngPatchPending = true;
+    EXPECT_EQ(BehindBanner(Save()), "; png\r\n00000010: 00 01\r\n");
+    EXPECT_FALSE(session.pngPatchPending);
+    EXPECT_TRUE(ListNames(session.workFiles.folder).empty());
+}
+
+TEST_F(SavePatchTest, AnUnwritablePatchChangesNothing) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 17, 16);
+    const PatchOutcome saved = SavePatchTo(session, scripted.ports, temp / "no folder" / "a.vkp");
+    EXPECT_EQ(saved.outcome.end, Outcome::End::Refused);
+    EXPECT_EQ(saved.outcome.problems[0].error.kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0000.gpf2"});
+    EXPECT_EQ(session.flash.FreeSearchOffset, 0x40000U);
+    EXPECT_TRUE(session.savePatchEnabled);
+}
+
+TEST_F(SavePatchTest, TheFlashItselfIsRefusedAsTarget) {
+    Open(TwoSquares());
+    std::filesystem::create_symlink(flashPath, temp / "link.vkp");
+    EXPECT_EQ(SavePatchTo(session, scripted.ports, temp / "link.vkp").outcome.problems[0].error.kind,
+              ErrorKind::OutputIsInput);
+    ExpectFlashUntouched();
+}
+
+TEST_F(SavePatchTest, TheChooserOffersGpAndItsAnswerGetsTheExtension) {
+    Open(TwoSquares());
+    scripted.prompts.Choose(temp / "X.VKP");
+    EXPECT_TRUE(SavePatch(session, scripted.ports).outcome.IsClean());
+    EXPECT_TRUE(std::filesystem::exists(temp / "X.VKP.vkp"));
+    const FileChoice& choice = scripted.prompts.choices[0];
+    EXPECT_EQ(choice.suggestedName, "GP_");
+    EXPECT_EQ(choice.filterText, "ViKlay Patch File (*.vkp)");
+    EXPECT_EQ(choice.title, "PlSel File 4save");
+}
+
+TEST_F(SavePatchTest, ARefusedOverwriteConsumesNothing) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 4, 1);
+    const auto existing = WriteFile(temp / "a.vkp", std::string("old"));
+    scripted.prompts.Choose(existing);
+    scripted.prompts.Expect(Asked::Overwrite, false);
+    EXPECT_EQ(SavePatch(session, scripted.ports).outcome.end, Outcome::End::Cancelled);
+    EXPECT_EQ(ReadText(existing), "old");
+    EXPECT_EQ(scripted.prompts.questions.back().title, "faExi!");
+    EXPECT_EQ(scripted.prompts.questions.back().text, existing.string() + "\rfChan?");
+    EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0000.gpf2"});
+}
+
+TEST_F(SavePatchTest, ThePatchedCopyShowsTheNewPictures) {
+    Open(TwoSquares());
+    ReplaceBy(0, samples::DrawGradient(40, 30, 1), 0x88);
+    ReplaceBy(1, samples::DrawIcon(9, 9, 2), 0x85);
+    Save();
+    ApplyAndOpen();
+    ASSERT_TRUE(ShowRow(session, 0));
+    EXPECT_EQ(session.shown.caption, "0000 :: 40 x 30 :: 16bit :: uncompressed :: 2400 bytes");
+    const auto expected = samples::ExpectedPixels(samples::DrawGradient(40, 30, 1), 0x08);
+    EXPECT_EQ(CellAt(39, 29), (Cell{expected.back().r, expected.back().g, expected.back().b, 0}));
+    ASSERT_TRUE(ShowRow(session, 1));
+    EXPECT_EQ(session.picture.width, 9);
+}
+
+}  // namespace
+}  // namespace pictavo::tests

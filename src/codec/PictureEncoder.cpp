@@ -21,36 +21,45 @@ AlphaRule RuleFor(bool rasterHasAlpha, bool targetHasAlpha) {
     return targetHasAlpha ? AlphaRule::MakeOpaque : AlphaRule::Drop;
 }
 
-Cell Apply(AlphaRule rule, Cell cell) {
-    switch (rule) {
-        case AlphaRule::Keep:
-            return cell;
-        case AlphaRule::MarkTransparent:
-            if (cell.a < kLeastOpaqueAlpha) return kTransparentMarker;
-            cell.a = 0;
-            return cell;
-        case AlphaRule::MakeOpaque:
-            cell.a = IsMarkerColour(cell) ? 0 : kOpaque;
-            return cell;
-        case AlphaRule::Drop:
-            cell.a = 0;
-            return cell;
+template <AlphaRule Rule>
+Cell Applied(Cell cell) {
+    if constexpr (Rule == AlphaRule::MarkTransparent) {
+        const bool isTransparent = cell.a < kLeastOpaqueAlpha;
+        cell.a = 0;
+        return isTransparent ? kTransparentMarker : cell;
     }
+    if constexpr (Rule == AlphaRule::MakeOpaque) cell.a = IsMarkerColour(cell) ? 0 : kOpaque;
+    if constexpr (Rule == AlphaRule::Drop) cell.a = 0;
     return cell;
 }
 
 /// The picture's cells in row order, `rows` rows of them, with the transparency rule applied. Cells that the
 /// Raster does not have are zero.
-std::vector<Cell> PreparedCells(const Picture& picture, int rows, AlphaRule rule) {
+template <AlphaRule Rule>
+std::vector<Cell> CellsUnder(const Picture& picture, int rows) {
     const auto width = static_cast<std::size_t>(std::max(picture.width, 0));
     const auto inRaster = std::min<std::size_t>(width, Raster::kColumns);
     std::vector<Cell> cells(width * static_cast<std::size_t>(std::max(rows, 0)));
     for (int y = 0; y < std::min(rows, Raster::kRows); ++y) {
         const Cell* from = picture.raster.From(0, y);
-        Cell* to = cells.data() + width * static_cast<std::size_t>(y);
-        for (std::size_t x = 0; x < inRaster; ++x) to[x] = Apply(rule, from[x]);
+        std::transform(from, from + inRaster, cells.data() + width * static_cast<std::size_t>(y),
+                       Applied<Rule>);
     }
     return cells;
+}
+
+std::vector<Cell> PreparedCells(const Picture& picture, int rows, AlphaRule rule) {
+    switch (rule) {
+        case AlphaRule::Keep:
+            return CellsUnder<AlphaRule::Keep>(picture, rows);
+        case AlphaRule::MarkTransparent:
+            return CellsUnder<AlphaRule::MarkTransparent>(picture, rows);
+        case AlphaRule::MakeOpaque:
+            return CellsUnder<AlphaRule::MakeOpaque>(picture, rows);
+        case AlphaRule::Drop:
+            return CellsUnder<AlphaRule::Drop>(picture, rows);
+    }
+    return {};
 }
 
 Bytes EncodeBits(const Picture& picture) {

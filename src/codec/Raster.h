@@ -2,7 +2,7 @@
 
 /// The one picture buffer, and the picture that it shows.
 
-#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -15,10 +15,13 @@ struct Cell {
     std::uint8_t g = 0;
     std::uint8_t b = 0;
     std::uint8_t a = 0;
-
-    bool operator==(const Cell&) const = default;
 };
 static_assert(sizeof(Cell) == 4);
+
+/// One comparison of four bytes.
+constexpr bool operator==(const Cell& one, const Cell& other) {
+    return std::bit_cast<std::uint32_t>(one) == std::bit_cast<std::uint32_t>(other);
+}
 
 /// Stands for a transparent pixel in a picture without alpha. No stored value of the 8-, 12- and 16-bit types
 /// but the transparent one gives this colour: it is on none of their ramps.

@@ -5,6 +5,7 @@
 #include <QImageReader>
 
 #include "codec/Bitmap.h"
+#include "converter/SilencedStandardError.h"
 #include "core/OutputFile.h"
 
 namespace pictavo {
@@ -14,6 +15,7 @@ namespace {
 constexpr int kMostWidth = 240;
 constexpr int kMostHeight = 320;
 constexpr int kDirectlyReadDepth = 32;
+constexpr std::uint64_t kLongestFile = std::uint64_t{64} << 20;
 
 std::filesystem::path PathOf(const std::string& text) {
     return std::u8string(text.begin(), text.end());
@@ -39,25 +41,43 @@ ImportedPixels PixelsOf(const QImage& image) {
     return pixels;
 }
 
-Result<ImportedPixels> ReadWithQt(const std::filesystem::path& path) {
-    QImageReader reader(QString::fromStdU16String(path.u16string()));
-    reader.setDecideFormatFromContent(true);
+/// Read whole and not by name: a name on Linux may hold bytes that a QString can not.
+Result<QByteArray> WholeFile(const ByteSource& source) {
+    if (source.Size() > kLongestFile)
+        return Fail(ErrorKind::TooLarge, source.Path(), "the file is longer than 64 MiB");
+    PICTAVO_TRY(const Bytes bytes, source.ReadExactly(0, source.Size()));
+    return QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
+}
+
+Result<ImportedPixels> ReadWithQt(const ByteSource& source, const char* format) {
+    PICTAVO_TRY(const QByteArray file, WholeFile(source));
+    QBuffer buffer;
+    buffer.setData(file);
+    buffer.open(QIODevice::ReadOnly);
+    const SilencedStandardError silence;
+    QImageReader reader(&buffer, format);
     const QSize size = reader.size();
-    PICTAVO_TRY(CheckSize(path, size.width(), size.height()));
+    PICTAVO_TRY(CheckSize(source.Path(), size.width(), size.height()));
     const QImage image = reader.read();
-    if (image.isNull())
-        return Fail(ErrorKind::Malformed, path,
-                    "can not be read as a picture (" + reader.errorString().toStdString() + ")");
-    return PixelsOf(image);
+    if (!image.isNull()) return PixelsOf(image);
+    return Fail(ErrorKind::Malformed, source.Path(),
+                "can not be read as a picture (" + reader.errorString().toStdString() + ")");
 }
 
 /// Bitmaps of 32 bits are read here, since Qt's reader would drop their alpha.
+Result<ImportedPixels> ReadBitmap(const ByteSource& source, const PictureFileInfo& info) {
+    PICTAVO_TRY(CheckSize(source.Path(), info.width, info.height));
+    if (info.bitDepth == kDirectlyReadDepth) return ReadBitmap32(source, info);
+    PICTAVO_TRY(CheckBitmapFilled(source, info));
+    return ReadWithQt(source, "bmp");
+}
+
 Result<ImportedPixels> ReadInput(const std::filesystem::path& path) {
     PICTAVO_TRY(const auto source, FileSource::Open(path));
     PICTAVO_TRY(const PictureFileInfo info, ReadPictureFileInfo(*source));
-    PICTAVO_TRY(CheckSize(path, info.width, info.height));
-    const bool isBitmap32 = info.kind == PictureFileKind::Bitmap && info.bitDepth == kDirectlyReadDepth;
-    return isBitmap32 ? ReadBitmap32(*source, info) : ReadWithQt(path);
+    if (info.kind == PictureFileKind::Bitmap) return ReadBitmap(*source, info);
+    if (info.kind == PictureFileKind::Png) return ReadWithQt(*source, "png");
+    return Fail(ErrorKind::UnknownFile, path, "is neither a PNG file nor a bitmap");
 }
 
 std::uint8_t OverWhite(int colour, int alpha) {
@@ -111,6 +131,8 @@ std::optional<Conversion> ParseConversion(const std::vector<std::string>& argume
 }
 
 Status RunConversion(const Conversion& conversion) {
+    if (IsSameFile(conversion.input, conversion.output))
+        return Fail(ErrorKind::OutputIsInput, conversion.output, "is the very file that is to be read");
     PICTAVO_TRY(ImportedPixels pixels, ReadInput(conversion.input));
     if (!conversion.withAlpha) LayOverWhite(pixels);
     PICTAVO_TRY(const Bytes file, Compose(conversion, pixels));

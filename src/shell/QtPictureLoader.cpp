@@ -2,7 +2,7 @@
 
 #include <QImageReader>
 
-#include "core/BasicCalculations_Tarsk.h"
+#include "shell/SourceDevice.h"
 
 namespace pictavo {
 
@@ -10,6 +10,9 @@ namespace {
 
 constexpr int kMostWidth = 240;
 constexpr int kMostHeight = 320;
+
+/// For formats that tell their size only once they are decoded.
+constexpr int kMostMegabytes = 16;
 
 /// A colour laid over white.
 std::uint8_t OverWhite(int colour, int alpha) {
@@ -41,9 +44,12 @@ bool IsTooLarge(const QSize& size) {
 }  // namespace
 
 Result<ImportedPixels> QtPictureLoader::Load(const std::filesystem::path& path) {
-    if (FileMissing(path)) return Fail(ErrorKind::FileMissing, path, "can not be opened");
-    QImageReader reader(QString::fromStdU16String(path.u16string()));
+    PICTAVO_TRY(const auto source, FileSource::Open(path));
+    SourceDevice device(*source);
+    QImageReader::setAllocationLimit(kMostMegabytes);
+    QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(false);
     if (!reader.canRead()) return Fail(ErrorKind::UnknownFile, path, "is no picture file of a known kind");
     if (IsTooLarge(reader.size())) return TooLarge(path);
     const QImage image = reader.read();

@@ -8,9 +8,11 @@ namespace {
 
 constexpr int kNoTimeLimit = -1;
 
-QString TextOf(const std::filesystem::path& path) {
-    const std::u16string text = path.u16string();
-    return QString::fromStdU16String(text);
+/// Absolute, since a bare name would be looked up on PATH and not in the current folder.
+QString TextOf(const std::filesystem::path& program) {
+    std::error_code ignored;
+    const std::u8string text = std::filesystem::absolute(program, ignored).u8string();
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 }  // namespace

@@ -1,0 +1,25 @@
+#include "shell/ProgramFolder.h"
+
+#include <gtest/gtest.h>
+
+#include "support/TempFolder.h"
+
+namespace pictavo::tests {
+namespace {
+
+TEST(ProgramFolder, HoldsThisProgram) {
+    EXPECT_EQ(ProgramFolder(), std::filesystem::canonical("/proc/self/exe").parent_path());
+    EXPECT_TRUE(std::filesystem::exists(ProgramFolder() / "pictavo_tests_shell"));
+}
+
+TEST(ProgramFolder, DoesNotFollowTheCurrentFolder) {
+    const TempFolder temp;
+    const std::filesystem::path before = std::filesystem::current_path();
+    const std::filesystem::path expected = ProgramFolder();
+    std::filesystem::current_path(temp.Path());
+    EXPECT_EQ(ProgramFolder(), expected);
+    std::filesystem::current_path(before);
+}
+
+}  // namespace
+}  // namespace pictavo::tests

@@ -1,0 +1,126 @@
+#include "shell/Shell_.h"
+
+#include <QFile>
+#include <chrono>
+#include <thread>
+
+#include "support/CoreApplication.h"
+#include "support/TempFolder.h"
+
+namespace pictavo::tests {
+namespace {
+
+[[maybe_unused]] const auto* const kApplication = ProvideCoreApplication();
+
+/// A program that writes each of its arguments, ended by a zero byte, into the file `told`.
+class QtProcessRunnerTest : public ::testing::Test {
+  protected:
+    std::filesystem::path WriteProgram(const std::filesystem::path& path, const std::string& lines) {
+        WriteFile(path, "#!/bin/sh\n" + lines + "\n");
+        std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+        return path;
+    }
+
+    std::string Quoted(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
+
+    std::filesystem::path WriteTeller(const std::filesystem::path& path) {
+        return WriteProgram(path, "printf '%s\\0' \"$@\" > " + Quoted(told));
+    }
+
+    std::vector<std::string> Told() {
+        std::vector<std::string> arguments;
+        std::string text = ReadText(told);
+        for (std::size_t end; (end = text.find('\0')) != std::string::npos; text.erase(0, end + 1))
+            arguments.push_back(text.substr(0, end));
+        return arguments;
+    }
+
+    TempFolder temp;
+    std::filesystem::path told = temp / "told";
+    QtProcessRunner runner;
+};
+
+TEST_F(QtProcessRunnerTest, ArgumentsArriveAsTheyStand) {
+    const std::vector<std::string> arguments = {
+        "-out",     "png",       "with blank",
+        "  ",       "",          "\"",
+        "it's",     "a\"b c\"d", "$(id)",
+        "`id`",     "$HOME",     "a;b|c&d>e<f",
+        "*",        "~",         "back\\sl\\",
+        "-leading", "--",        "line\nend",
+        "tab\t",    "%TMP%",     "\xD0\x96\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"};
+    runner.RunAndWait(WriteTeller(temp / "teller"), arguments);
+    EXPECT_EQ(Told(), arguments);
+}
+
+TEST_F(QtProcessRunnerTest, TheProgramsPathMayHoldAnything) {
+    for (const std::string name : {"with blank", "quote\"'s", "$(id);x", "-dash", "\xD0\x96.exe"}) {
+        const std::filesystem::path folder = temp / name;
+        std::filesystem::create_directory(folder);
+        runner.RunAndWait(WriteTeller(folder / name), {name});
+        EXPECT_EQ(Told(), std::vector<std::string>{name});
+        std::filesystem::remove(told);
+    }
+}
+
+TEST_F(QtProcessRunnerTest, ARelativeProgramIsOneInTheCurrentFolder) {
+    const std::filesystem::path before = std::filesystem::current_path();
+    WriteTeller(temp / "teller");
+    std::filesystem::current_path(temp.Path());
+    runner.RunAndWait("teller", {"x"});
+    std::filesystem::current_path(before);
+    EXPECT_EQ(Told(), std::vector<std::string>{"x"});
+}
+
+TEST_F(QtProcessRunnerTest, AProgramThatCanNotStartReturnsAtOnce) {
+    const std::filesystem::path plain = WriteFile(temp / "plain", std::string("no program"));
+    const auto start = std::chrono::steady_clock::now();
+    for (const std::filesystem::path& program : {temp / "missing", temp / "no" / "folder", plain, temp.Path(),
+                                                 std::filesystem::path(), temp / "caf\xE9"})
+        runner.RunAndWait(program, {"x"});
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+}
+
+TEST_F(QtProcessRunnerTest, ReturnsOnlyWhenTheProgramHasEnded) {
+    runner.RunAndWait(WriteProgram(temp / "slow", "sleep 0.5; echo done > " + Quoted(told)), {});
+    EXPECT_EQ(ReadText(told), "done\n");
+}
+
+TEST_F(QtProcessRunnerTest, MuchOutputNeverBlocks) {
+    const std::string megabytes = "head -c 8000000 /dev/zero";
+    runner.RunAndWait(
+        WriteProgram(temp / "loud", megabytes + "; " + megabytes + " >&2; echo done > " + Quoted(told)), {});
+    EXPECT_EQ(ReadText(told), "done\n");
+}
+
+TEST_F(QtProcessRunnerTest, StandardInputIsEmpty) {
+    runner.RunAndWait(WriteProgram(temp / "reader", "wc -c | tr -d ' ' > " + Quoted(told)), {});
+    EXPECT_EQ(ReadText(told), "0\n");
+}
+
+TEST_F(QtProcessRunnerTest, NothingOfTheProgramReachesTheScreen) {
+    ::testing::internal::CaptureStdout();
+    ::testing::internal::CaptureStderr();
+    runner.RunAndWait(WriteProgram(temp / "talker", "echo out; echo err >&2; echo done > " + Quoted(told)),
+                      {});
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(ReadText(told), "done\n");
+}
+
+TEST_F(QtProcessRunnerTest, AFailedOrKilledProgramReturnsLikeAnyOther) {
+    runner.RunAndWait(WriteProgram(temp / "failing", "exit 3"), {});
+    runner.RunAndWait(WriteProgram(temp / "dying", "kill -9 $$"), {});
+    runner.RunAndWait(WriteTeller(temp / "teller"), {"after"});
+    EXPECT_EQ(Told(), std::vector<std::string>{"after"});
+}
+
+TEST_F(QtProcessRunnerTest, TheProgramGetsTheEnvironmentAndTheCurrentFolder) {
+    qputenv("PICTAVO_TEST", "value");
+    runner.RunAndWait(WriteProgram(temp / "teller", "echo \"$PICTAVO_TEST $(pwd)\" > " + Quoted(told)), {});
+    qunsetenv("PICTAVO_TEST");
+    EXPECT_EQ(ReadText(told), "value " + std::filesystem::current_path().string() + "\n");
+}
+
+}  // namespace
+}  // namespace pictavo::tests

@@ -71,15 +71,20 @@ Status ReadHeader(const ByteSource& source, const Chunk& chunk, PNGInfo& info) {
     return {};
 }
 
+/// A file may hold any number of IDAT chunks; each notice stands in the record once.
+void AddNotice(PNGInfo& info, const char* notice) {
+    if (std::find(info.notices.begin(), info.notices.end(), notice) == info.notices.end())
+        info.notices.emplace_back(notice);
+}
+
 /// Kept: the byte is read as a decimal digit, so that any other byte counts as 0 and real pixel data give no
 /// notice.
 Status ReadPixelDataStart(const ByteSource& source, const Chunk& chunk, PNGInfo& info) {
     PICTAVO_TRY(const Bytes data, DataOf(source, chunk, 1));
     const bool isDigit = !data.empty() && data[0] >= '0' && data[0] <= '9';
     const std::string bits = ByteToBits(isDigit ? static_cast<std::uint8_t>(data[0] - '0') : std::uint8_t{0});
-    if (bits.substr(4) == "1000") info.notices.emplace_back("deflate compression method");
-    if (BitsToNumber(bits.substr(0, 4)) == std::int16_t{7})
-        info.notices.emplace_back("with a window size 32K");
+    if (bits.substr(4) == "1000") AddNotice(info, "deflate compression method");
+    if (BitsToNumber(bits.substr(0, 4)) == std::int16_t{7}) AddNotice(info, "with a window size 32K");
     return {};
 }
 

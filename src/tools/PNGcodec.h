@@ -36,13 +36,14 @@ struct PNGInfo {
     std::array<PaletteEntry, 256> palette{};
     int paletteEntries = 0;  ///< those that PLTE gave
     std::int16_t background = 0;
-    std::vector<std::string> notices;  ///< what the first byte of pixel data says of its compression
+    std::vector<std::string>
+        notices;  ///< what the first bytes of pixel data say of its compression, each once
 };
 
 /// Reads the chunks from the start of `source` to its end. Checksums are not checked; a chunk that reaches
-/// past the end ends the reading. Fails with UnknownFile and "This is not PNG!" without the signature, with
-/// Overflow when a size is above 32767, with Malformed when PLTE or tRNS holds more than 256 entries, and
-/// with ReadFailed.
+/// past the end gives what the file holds of it and ends the reading. Fails with UnknownFile and "This is not
+/// PNG!" without the signature, with Overflow when a size is above 32767, with Malformed when PLTE or tRNS
+/// holds more than 256 entries, and with ReadFailed.
 Result<PNGInfo> ReadPNGInfo(const ByteSource& source);
 
 }  // namespace pictavo

@@ -23,25 +23,45 @@ class Run {
 
     /// Takes in the chunks of `bytes`, which lie at `offset`. True as soon as the run is long enough.
     bool Extend(std::uint64_t offset, ByteView bytes) {
-        for (std::size_t at = 0; at + kFreeFlashChunk <= bytes.size(); at += kFreeFlashChunk) {
-            if (!IsErased(bytes.data() + at) || IsTaken(offset + at)) {
-                length_ = 0;
-                continue;
-            }
-            if (length_ == 0) begin_ = offset + at;
-            length_ += kFreeFlashChunk;
-            if (length_ >= needed_) return true;
-        }
-        return false;
+        const std::uint64_t end = bytes.size() - bytes.size() % kFreeFlashChunk;
+        for (std::uint64_t at = 0; at < end && !IsLongEnough();)
+            at = length_ == 0 ? Leap(offset, bytes.data(), at, end) : Step(offset, bytes.data(), at);
+        return IsLongEnough();
     }
 
     FileRange Range() const { return {begin_, begin_ + length_}; }
 
   private:
+    bool IsLongEnough() const { return length_ >= needed_; }
+
+    /// One chunk that may prolong the run.
+    std::uint64_t Step(std::uint64_t offset, const std::uint8_t* bytes, std::uint64_t at) {
+        length_ = IsFree(offset, bytes, at) ? length_ + kFreeFlashChunk : 0;
+        return at + kFreeFlashChunk;
+    }
+
+    /// A run that begins at `at` or soon after it holds the chunk at the far end of a leap of the needed
+    /// length. When that one is not free, none of the chunks before it need be looked at; when it is, the run
+    /// is followed back to its begin.
+    std::uint64_t Leap(std::uint64_t offset, const std::uint8_t* bytes, std::uint64_t at, std::uint64_t end) {
+        const std::uint64_t chunks = (needed_ + kFreeFlashChunk - 1) / kFreeFlashChunk;
+        const std::uint64_t next = std::min(end, at + chunks * kFreeFlashChunk);
+        std::uint64_t begin = next;
+        while (begin > at && IsFree(offset, bytes, begin - kFreeFlashChunk)) begin -= kFreeFlashChunk;
+        begin_ = offset + begin;
+        length_ = next - begin;
+        return next;
+    }
+
+    bool IsFree(std::uint64_t offset, const std::uint8_t* bytes, std::uint64_t at) const {
+        return IsErased(bytes + at) && !IsTaken(offset + at);
+    }
+
     bool IsTaken(std::uint64_t chunk) const {
-        return std::any_of(taken_.begin(), taken_.end(), [chunk](const FileRange& range) {
-            return range.begin < chunk + kFreeFlashChunk && chunk < range.end;
-        });
+        const auto behind =
+            std::upper_bound(taken_.begin(), taken_.end(), chunk,
+                             [](std::uint64_t place, const FileRange& range) { return place < range.end; });
+        return behind != taken_.end() && behind->begin < chunk + kFreeFlashChunk;
     }
 
     std::uint64_t needed_;
@@ -55,6 +75,19 @@ Failure NoFreeMemory(const ByteSource& flash) {
 }
 
 }  // namespace
+
+std::vector<FileRange> Merged(std::vector<FileRange> ranges) {
+    std::sort(ranges.begin(), ranges.end(),
+              [](const FileRange& one, const FileRange& other) { return one.begin < other.begin; });
+    std::vector<FileRange> merged;
+    for (const FileRange& range : ranges) {
+        if (!merged.empty() && range.begin <= merged.back().end)
+            merged.back().end = std::max(merged.back().end, range.end);
+        else
+            merged.push_back(range);
+    }
+    return merged;
+}
 
 Result<FileRange> FindFreeFlash(const ByteSource& flash, std::uint64_t start, std::uint64_t needed,
                                 const std::vector<FileRange>& taken) {

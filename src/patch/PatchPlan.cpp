@@ -1,5 +1,8 @@
 #include "patch/PatchPlan.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace pictavo {
 
 namespace {
@@ -28,23 +31,43 @@ std::vector<FileRange> RangesWrittenInPlace(const FullflashImage& flash,
         if (section.placement == Placement::InPlace)
             ranges.push_back({record.picOffset, record.picOffset + section.row.picture->length});
     }
-    return ranges;
+    return Merged(std::move(ranges));
 }
 
-/// Finds the section a place and moves the search on behind it.
-Status PlaceMoved(const FullflashImage& flash, const std::vector<FileRange>& taken, PatchPlan& plan,
-                  PatchSection& section) {
-    const auto place =
-        FindFreeFlash(*flash.source, plan.freeSearchOffset, section.row.picture->length, taken);
-    if (place) {
+/// Hands out free places, one behind the other.
+class Places {
+  public:
+    Places(const FullflashImage& flash, std::vector<FileRange> taken)
+        : flash_(flash), taken_(std::move(taken)), next_(flash.FreeSearchOffset) {}
+
+    /// Where the next search starts.
+    std::uint64_t Next() const { return next_; }
+
+    /// Finds a moved section its place, or none.
+    Status Give(PatchSection& section) {
+        const std::uint64_t needed = section.row.picture->length;
+        const auto place = needed < hopeless_ ? FindFreeFlash(*flash_.source, next_, needed, taken_)
+                                              : Result<FileRange>(Fail(ErrorKind::NoFreeMemory, {}));
+        if (!place) return Refuse(section, place.error());
         section.offset = place->begin;
-        plan.freeSearchOffset = place->end;
+        next_ = place->end;
         return {};
     }
-    if (place.error().kind != ErrorKind::NoFreeMemory) return Failure(place.error());
-    section.placement = Placement::NoFreeMemory;
-    return {};
-}
+
+  private:
+    Status Refuse(PatchSection& section, const Error& error) {
+        if (error.kind != ErrorKind::NoFreeMemory) return Failure(error);
+        section.placement = Placement::NoFreeMemory;
+        hopeless_ = std::min(hopeless_, section.row.picture->length);
+        return {};
+    }
+
+    const FullflashImage& flash_;
+    std::vector<FileRange> taken_;
+    std::uint64_t next_;
+    /// A search that found nothing of this length need not be made again: the searches only move on.
+    std::uint64_t hopeless_ = std::numeric_limits<std::uint64_t>::max();
+};
 
 }  // namespace
 
@@ -57,15 +80,15 @@ std::uint64_t RoomOf(const std::vector<PictureRecord>& rows, std::size_t index, 
 
 Result<PatchPlan> PlanPatch(const FullflashImage& flash, std::vector<ReplacedRow> rows) {
     PatchPlan plan;
-    plan.freeSearchOffset = flash.FreeSearchOffset;
     for (ReplacedRow& row : rows) {
         const Placement placement = PlaceWithoutSearch(flash, row);
         const std::uint64_t oldPlace = row.record.picOffset;
         plan.sections.push_back({std::move(row), placement, oldPlace});
     }
-    const std::vector<FileRange> taken = RangesWrittenInPlace(flash, plan.sections);
+    Places places(flash, RangesWrittenInPlace(flash, plan.sections));
     for (PatchSection& section : plan.sections)
-        if (section.placement == Placement::Moved) PICTAVO_TRY(PlaceMoved(flash, taken, plan, section));
+        if (section.placement == Placement::Moved) PICTAVO_TRY(places.Give(section));
+    plan.freeSearchOffset = places.Next();
     return plan;
 }
 

@@ -9,12 +9,17 @@ namespace pictavo::tests {
 namespace {
 
 /// The search as it is described: chunk by chunk, counting.
-std::optional<FileRange> PlainSearch(const Bytes& flash, std::uint64_t start, std::uint64_t needed) {
+std::optional<FileRange> PlainSearch(const Bytes& flash, std::uint64_t start, std::uint64_t needed,
+                                     const std::vector<FileRange>& taken = {}) {
     std::uint64_t run = 0;
     std::uint64_t begin = 0;
     for (std::uint64_t at = start; at + 16 <= flash.size(); at += 16) {
         const auto first = flash.begin() + static_cast<std::ptrdiff_t>(at);
-        const bool isFree = std::all_of(first, first + 16, [](std::uint8_t byte) { return byte == 0xFF; });
+        const bool isErased = std::all_of(first, first + 16, [](std::uint8_t byte) { return byte == 0xFF; });
+        const bool isTaken = std::any_of(taken.begin(), taken.end(), [at](const FileRange& range) {
+            return range.begin < at + 16 && at < range.end;
+        });
+        const bool isFree = isErased && !isTaken;
         if (isFree && run == 0) begin = at;
         run = isFree ? run + 16 : 0;
         if (isFree && run >= needed) return FileRange{begin, begin + run};
@@ -70,6 +75,16 @@ TEST(FreeFlash, TakenRangesAreNotFree) {
     ExpectFound(FindFreeFlash(flash, 0, 32, {{0, 16}, {47, 48}}), 48, 80);
 }
 
+TEST(FreeFlash, MergedRangesAreInOrderAndApart) {
+    const auto merged = Merged({{40, 50}, {0, 10}, {10, 12}, {45, 47}, {60, 61}});
+    ASSERT_EQ(merged.size(), 3U);
+    EXPECT_EQ(merged[0].begin, 0U);
+    EXPECT_EQ(merged[0].end, 12U);
+    EXPECT_EQ(merged[1].begin, 40U);
+    EXPECT_EQ(merged[1].end, 50U);
+    EXPECT_EQ(merged[2].begin, 60U);
+}
+
 TEST(FreeFlash, FindsWhatThePlainSearchFinds) {
     std::mt19937 random(7);
     TempFolder temp;
@@ -83,10 +98,15 @@ TEST(FreeFlash, FindsWhatThePlainSearchFinds) {
         }
         const std::uint64_t start = random() % 64;
         const std::uint64_t needed = 1 + random() % 120;
-        const auto expected = PlainSearch(flash, start, needed);
+        std::vector<FileRange> taken(random() % 4);
+        for (FileRange& range : taken) {
+            range.begin = random() % (flash.size() + 1);
+            range.end = range.begin + 1 + random() % 200;
+        }
+        const auto expected = PlainSearch(flash, start, needed, taken);
         const auto file = FileSource::Open(WriteFile(temp / "flash", flash));
         ASSERT_TRUE(file);
-        const auto found = FindFreeFlash(**file, start, needed);
+        const auto found = FindFreeFlash(**file, start, needed, Merged(taken));
         ASSERT_EQ(found.has_value(), expected.has_value());
         if (expected) ExpectFound(found, expected->begin, expected->end);
     }

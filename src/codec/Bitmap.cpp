@@ -1,6 +1,11 @@
 #include "codec/Bitmap.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+
+#include "codec/PixelFormats.h"
 
 namespace pictavo {
 
@@ -20,23 +25,43 @@ std::uint8_t FourthByte(const Picture& picture, const Cell& cell) {
     return IsMarkerColour(cell) ? 0 : kOpaque;
 }
 
+std::uint8_t* PutPixel24(const Cell& cell, std::uint8_t* to) {
+    to[0] = cell.b;
+    to[1] = cell.g;
+    to[2] = cell.r;
+    return to + 3;
+}
+
+/// B, G and R as the low three bytes of a number.
+std::uint32_t BlueGreenRed(const Cell& cell) {
+    const auto number = std::bit_cast<std::uint32_t>(cell);
+    return (number >> 16 & 0xFFU) | (number & 0xFF00U) | (number & 0xFFU) << 16;
+}
+
+/// Four pixels are put as three numbers of four bytes.
+std::uint8_t* PutFourPixels24(const Cell* cells, std::uint8_t* to) {
+    const std::uint32_t second = BlueGreenRed(cells[1]);
+    const std::uint32_t third = BlueGreenRed(cells[2]);
+    const std::array<std::uint32_t, 3> words{BlueGreenRed(cells[0]) | second << 24, second >> 8 | third << 16,
+                                             third >> 16 | BlueGreenRed(cells[3]) << 8};
+    static_assert(std::endian::native == std::endian::little);
+    std::memcpy(to, words.data(), sizeof words);
+    return to + sizeof words;
+}
+
 std::uint8_t* PutRow24(const Cell* cells, int width, std::uint8_t* to) {
-    for (int x = 0; x < width; ++x, to += 3) {
-        to[0] = cells[x].b;
-        to[1] = cells[x].g;
-        to[2] = cells[x].r;
-    }
+    int x = 0;
+    for (; x + 4 <= width; x += 4) to = PutFourPixels24(cells + x, to);
+    for (; x < width; ++x) to = PutPixel24(cells[x], to);
     return to;
 }
 
 std::uint8_t* PutRow32(const Picture& picture, const Cell* cells, std::uint8_t* to) {
-    for (int x = 0; x < picture.width; ++x, to += 4) {
-        to[0] = cells[x].b;
-        to[1] = cells[x].g;
-        to[2] = cells[x].r;
-        to[3] = FourthByte(picture, cells[x]);
-    }
-    return to;
+    const auto width = static_cast<std::size_t>(picture.width);
+    Pixels24::Quantise(cells, to, width);
+    if (!picture.RasterHasAlpha)
+        for (std::size_t x = 0; x < width; ++x) to[4 * x + 3] = FourthByte(picture, cells[x]);
+    return to + 4 * width;
 }
 
 std::uint8_t* PutRowOfChannels(const Picture& picture, const Cell* cells, const ChannelFlags& flags,

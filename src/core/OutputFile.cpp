@@ -12,13 +12,19 @@ constexpr int kNoHandle = -1;
 constexpr int kNameTries = 100;
 
 std::filesystem::path HiddenNeighbour(const std::filesystem::path& target) {
-    static std::mt19937_64 random{std::random_device{}()};
+    thread_local std::mt19937_64 random{std::random_device{}()};
     return target.parent_path() / (".pictavo-" + std::to_string(random()) + ".part");
 }
 
 }  // namespace
 
 Result<OutputFile> OutputFile::Create(const std::filesystem::path& target) {
+    if (const auto handle = system_file::CreateNameless(target.parent_path()))
+        return OutputFile(target, {}, *handle);
+    return CreateNamed(target);
+}
+
+Result<OutputFile> OutputFile::CreateNamed(const std::filesystem::path& target) {
     for (int tries = 0;; ++tries) {
         const std::filesystem::path temporary = HiddenNeighbour(target);
         const auto handle = system_file::CreateNew(temporary);
@@ -44,7 +50,7 @@ void OutputFile::Discard() {
     if (handle_ == kNoHandle) return;
     system_file::Close(std::exchange(handle_, kNoHandle));
     std::error_code ignored;
-    std::filesystem::remove(temporary_, ignored);
+    if (!temporary_.empty()) std::filesystem::remove(temporary_, ignored);
 }
 
 Status OutputFile::Write(ByteView bytes) {
@@ -57,10 +63,26 @@ Status OutputFile::WriteAt(std::uint64_t offset, ByteView bytes) {
 
 Status OutputFile::Commit(CommitMode mode, Durability durability) {
     if (durability == Durability::Synced) PICTAVO_TRY(system_file::Sync(handle_, target_));
-    PICTAVO_TRY(mode == CommitMode::Replace ? system_file::RenameReplacing(temporary_, target_)
-                                            : system_file::RenameKeeping(temporary_, target_));
+    PICTAVO_TRY(TakeName(mode));
     system_file::Close(std::exchange(handle_, kNoHandle));
     if (durability == Durability::Synced) system_file::SyncFolder(target_.parent_path());
+    return {};
+}
+
+Status OutputFile::TakeName(CommitMode mode) {
+    const bool isNameless = temporary_.empty();
+    if (isNameless && mode == CommitMode::KeepExisting) return system_file::Name(handle_, target_);
+    if (isNameless) PICTAVO_TRY(TakeTemporaryName());
+    return mode == CommitMode::Replace ? system_file::RenameReplacing(temporary_, target_)
+                                       : system_file::RenameKeeping(temporary_, target_);
+}
+
+/// Only a rename replaces a file in one step, and only a file with a name can be renamed.
+Status OutputFile::TakeTemporaryName() {
+    const std::filesystem::path temporary = HiddenNeighbour(target_);
+    if (const Status named = system_file::Name(handle_, temporary); !named)
+        return Fail(ErrorKind::WriteFailed, target_, named.error().detail);
+    temporary_ = temporary;
     return {};
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-/// The only way to write a file that a user asked for: the bytes go to a hidden neighbour of the target,
-/// which takes the target's name when it is complete. Killed or out of disk at any moment, the target is as
-/// it was.
+/// The only way to write a file that a user asked for: the bytes go to a file without a name, or where the
+/// file system has none to a hidden neighbour of the target, which takes the target's name when it is
+/// complete. Killed or out of disk at any moment, the target is as it was.
 
 #include <filesystem>
 
@@ -26,6 +26,10 @@ class OutputFile {
     /// Begins a file that will be `target`. Fails with WriteFailed, naming `target`, when its folder does not
     /// exist or can not be written.
     static Result<OutputFile> Create(const std::filesystem::path& target);
+
+    /// The same by way of a hidden neighbour; Create does so where it must.
+    static Result<OutputFile> CreateNamed(const std::filesystem::path& target);
+
     OutputFile(OutputFile&& other) noexcept;
     OutputFile& operator=(OutputFile&&) = delete;
 
@@ -44,10 +48,12 @@ class OutputFile {
 
   private:
     OutputFile(std::filesystem::path target, std::filesystem::path temporary, int handle);
+    Status TakeName(CommitMode mode);
+    Status TakeTemporaryName();
     void Discard();
 
     std::filesystem::path target_;
-    std::filesystem::path temporary_;
+    std::filesystem::path temporary_;  // empty while the file has no name
     int handle_;
 };
 

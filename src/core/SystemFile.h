@@ -4,6 +4,7 @@
 /// nothing else calls them.
 
 #include <filesystem>
+#include <optional>
 
 #include "core/Bytes.h"
 #include "core/Result.h"
@@ -20,6 +21,14 @@ Result<Opened> OpenForReading(const std::filesystem::path& path);
 
 /// Reads into all of `into` from `offset`; fewer bytes come back only at the end of the file.
 Result<std::size_t> ReadAt(int handle, std::uint64_t offset, MutableByteView into);
+
+/// Creates a file without a name in `folder`, with the rights that the user's mask leaves; it vanishes with
+/// its handle unless it is named. Nothing where the file system has no such files, or where it fails: then
+/// CreateNew tells why.
+std::optional<int> CreateNameless(const std::filesystem::path& folder);
+
+/// Gives a nameless file its name. Fails with FileExists when the name is taken, else with WriteFailed.
+Status Name(int handle, const std::filesystem::path& path);
 
 /// Creates a file that must not exist yet, following no link, with the rights that the user's mask leaves.
 /// Fails with FileExists when the name is taken, else with WriteFailed.

@@ -12,6 +12,9 @@ namespace pictavo::system_file {
 
 namespace {
 
+/// Where the system shows a process its open files.
+constexpr const char* kOpenFiles = "/proc/self/fd";
+
 std::string Reason(int code) {
     return std::generic_category().message(code);
 }
@@ -19,6 +22,11 @@ std::string Reason(int code) {
 Failure FailWith(ErrorKind kind, const std::filesystem::path& path, const std::string& what) {
     const std::string reason = Reason(errno);
     return Fail(kind, path, what + " (" + reason + ")");
+}
+
+Failure CanNotBeCreated(const std::filesystem::path& path) {
+    if (errno == EEXIST) return Fail(ErrorKind::FileExists, path, "exists already");
+    return FailWith(ErrorKind::WriteFailed, path, "can not be created");
 }
 
 template <typename Call>
@@ -56,12 +64,33 @@ Result<std::size_t> ReadAt(int handle, std::uint64_t offset, MutableByteView int
     return done;
 }
 
+std::optional<int> CreateNameless(const std::filesystem::path& folder) {
+#ifdef O_TMPFILE
+    static const bool canBeNamed = access(kOpenFiles, X_OK) == 0;
+    if (!canBeNamed) return std::nullopt;
+    const char* name = folder.empty() ? "." : folder.c_str();
+    const int handle = Retry([&] { return open(name, O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666); });
+    if (handle >= 0) return handle;
+#endif
+    return std::nullopt;
+}
+
+Status Name(int handle, const std::filesystem::path& path) {
+#ifdef AT_EMPTY_PATH
+    if (linkat(handle, "", AT_FDCWD, path.c_str(), AT_EMPTY_PATH) == 0) return {};
+    const bool mayBeForbidden = errno == ENOENT || errno == EPERM;  // to all but a privileged process
+    const std::string link = std::string(kOpenFiles) + "/" + std::to_string(handle);
+    if (mayBeForbidden && linkat(AT_FDCWD, link.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0)
+        return {};
+#endif
+    return CanNotBeCreated(path);
+}
+
 Result<int> CreateNew(const std::filesystem::path& path) {
     const int handle =
         Retry([&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666); });
     if (handle >= 0) return handle;
-    return FailWith(errno == EEXIST ? ErrorKind::FileExists : ErrorKind::WriteFailed, path,
-                    "can not be created");
+    return CanNotBeCreated(path);
 }
 
 Status Write(int handle, ByteView bytes, const std::filesystem::path& path) {
@@ -113,8 +142,7 @@ Status RenameKeeping(const std::filesystem::path& from, const std::filesystem::p
         unlink(from.c_str());
         return {};
     }
-    if (errno == EEXIST) return Fail(ErrorKind::FileExists, to, "exists already");
-    return FailWith(ErrorKind::WriteFailed, to, "can not be created");
+    return CanNotBeCreated(to);
 }
 
 Result<std::filesystem::path> CreatePrivateFolder(const std::filesystem::path& parent,

@@ -1,7 +1,11 @@
 #include "session/SaveAllPictures.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "codec/Bitmap.h"
 #include "codec/GPFcodec.h"
+#include "core/BackgroundWriter.h"
 #include "session/Messages.h"
 #include "session/Names.h"
 #include "session/PngConverter.h"
@@ -13,6 +17,9 @@
 namespace pictavo {
 
 namespace {
+
+/// Where a problem that concerns no row stands among those that do.
+constexpr int kBehindAllRows = std::numeric_limits<int>::max();
 
 std::string ExtensionOf(BatchFormat format) {
     switch (format) {
@@ -74,32 +81,62 @@ Result<Bytes> ComposeFile(const Session& session, Ports& ports, std::size_t inde
     return Bytes();
 }
 
-/// True when the file was written, false when its overwrite was declined.
-Result<bool> SaveRow(Session& session, Ports& ports, const Batch& batch, std::size_t index) {
-    const std::string name =
-        NumberName(session.settings, session.rows[index].number) + ExtensionOf(batch.format);
-    PICTAVO_TRY(const auto mode, AskTarget(session, ports, batch.folder / name));
-    if (!mode) return false;
-    PICTAVO_TRY(const Bytes file, ComposeFile(session, ports, index, batch.format));
-    PICTAVO_TRY(WriteWholeFile(batch.folder / name, file, *mode));
-    return true;
+/// A batch at work: the files made so far, which are written while the next ones are made.
+struct BatchWork {
+    const Batch& batch;
+    BackgroundWriter writer;
+    Outcome outcome;
+};
+
+/// Hands the row's file over to the writer, unless its overwrite is declined.
+Status SaveRow(Session& session, Ports& ports, std::size_t index, BatchWork& work) {
+    const int number = session.rows[index].number;
+    const std::string name = NumberName(session.settings, number) + ExtensionOf(work.batch.format);
+    const std::filesystem::path target = work.batch.folder / name;
+    PICTAVO_TRY(const auto mode, AskTarget(session, ports, target));
+    if (!mode) return {};
+    PICTAVO_TRY(Bytes file, ComposeFile(session, ports, index, work.batch.format));
+    work.writer.Write({target, std::move(file), *mode, number});
+    return {};
 }
 
-void SaveRowInto(Session& session, Ports& ports, const Batch& batch, std::size_t index, Outcome& outcome) {
+void SaveRowInto(Session& session, Ports& ports, std::size_t index, BatchWork& work) {
     const int number = session.rows[index].number;
-    if (const Status shown = ShowRow(session, index); !shown) {
-        outcome.problems.push_back({shown.error(), number});
-        return;
-    }
+    const auto note = [&](const Error& error) { work.outcome.problems.push_back({error, number}); };
+    if (const Status shown = ShowRow(session, index); !shown) return note(shown.error());
     const auto incomplete = IncompleteError(session.shown, session.flash.source->Path());
-    if (incomplete) outcome.problems.push_back({*incomplete, number});
-    const auto saved = SaveRow(session, ports, batch, index);
-    if (!saved) outcome.problems.push_back({saved.error(), number});
-    if (saved.value_or(false)) ++outcome.written;
+    if (incomplete) note(*incomplete);
+    if (const Status saved = SaveRow(session, ports, index, work); !saved) note(saved.error());
+}
+
+/// Waits for the files, and brings the problems into the order of the rows.
+Outcome Finish(BatchWork& work) {
+    Outcome outcome = std::move(work.outcome);
+    for (const BackgroundWriter::Result& result : work.writer.Finish()) {
+        if (result.status) ++outcome.written;
+        if (!result.status) outcome.problems.push_back({result.status.error(), result.tag});
+    }
+    std::stable_sort(outcome.problems.begin(), outcome.problems.end(),
+                     [](const Problem& one, const Problem& other) {
+                         return one.number.value_or(kBehindAllRows) < other.number.value_or(kBehindAllRows);
+                     });
+    return outcome;
 }
 
 bool IsMeant(const Batch& batch, int number) {
     return !batch.numbers || batch.numbers->contains(number);
+}
+
+/// All rows that are meant, until the user stops it.
+void SaveRows(Session& session, Ports& ports, BatchWork& work) {
+    for (std::size_t index = 0; index < session.rows.size(); ++index) {
+        if (IsMeant(work.batch, session.rows[index].number)) SaveRowInto(session, ports, index, work);
+        const double percent =
+            100.0 * static_cast<double>(index + 1) / static_cast<double>(session.rows.size());
+        if (ports.progress.At(percent)) continue;
+        work.outcome.problems.push_back({StoppedError(), std::nullopt});
+        return;
+    }
 }
 
 }  // namespace
@@ -110,15 +147,9 @@ Outcome SavePictures(Session& session, Ports& ports, const Batch& batch) {
             return Refuse(session, ports, converter.error());
     if (const Status folder = EnsureFolder(batch.folder); !folder)
         return Refuse(session, ports, folder.error());
-    Outcome outcome;
-    for (std::size_t index = 0; index < session.rows.size(); ++index) {
-        if (IsMeant(batch, session.rows[index].number)) SaveRowInto(session, ports, batch, index, outcome);
-        const double percent =
-            100.0 * static_cast<double>(index + 1) / static_cast<double>(session.rows.size());
-        if (ports.progress.At(percent)) continue;
-        outcome.problems.push_back({StoppedError(), std::nullopt});
-        break;
-    }
+    BatchWork work{batch, {}, {}};
+    SaveRows(session, ports, work);
+    Outcome outcome = Finish(work);
     if (batch.format == BatchFormat::Png) RemovePngTemporaries(session);
     TellBatchEnd(session, ports, outcome);
     return outcome;

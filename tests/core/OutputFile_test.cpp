@@ -1,0 +1,252 @@
+#include "core/OutputFile.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "core/BackgroundWriter.h"
+#include "support/TempFolder.h"
+
+namespace pictavo::tests {
+namespace {
+
+/// While one stands, no file grows beyond a length: what a full disk looks like to a program.
+class FullDisk {
+  public:
+    explicit FullDisk(rlim_t longestFile) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{longestFile, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+  private:
+    rlimit before_{};
+};
+
+using Maker = Result<OutputFile> (*)(const std::filesystem::path&);
+
+/// Both ways: a file without a name, and a hidden neighbour.
+class OutputFileTest : public ::testing::TestWithParam<Maker> {
+  protected:
+    OutputFile Begin(const std::filesystem::path& path) {
+        auto file = GetParam()(path);
+        EXPECT_TRUE(file);
+        return std::move(*file);
+    }
+
+    static Status Write(OutputFile& file, const std::string& text) { return file.Write(AsBytes(text)); }
+
+    std::vector<std::string> Names() const { return ListNames(temp.Path()); }
+
+    TempFolder temp;
+    const std::filesystem::path target = temp / "target";
+};
+
+INSTANTIATE_TEST_SUITE_P(, OutputFileTest, ::testing::Values(&OutputFile::Create, &OutputFile::CreateNamed),
+                         [](const auto& way) { return way.index == 0 ? "AsTheSystemCan" : "Named"; });
+
+TEST_P(OutputFileTest, TakesItsNameOnlyWhenItIsCommitted) {
+    OutputFile file = Begin(target);
+    EXPECT_TRUE(Write(file, "whole"));
+    EXPECT_FALSE(std::filesystem::exists(target));
+    EXPECT_TRUE(file.Commit(CommitMode::KeepExisting));
+    EXPECT_EQ(ReadText(target), "whole");
+    EXPECT_EQ(Names(), std::vector<std::string>{"target"});
+}
+
+TEST_P(OutputFileTest, IsDiscardedWithoutACommit) {
+    {
+        OutputFile file = Begin(target);
+        EXPECT_TRUE(Write(file, "half"));
+    }
+    EXPECT_TRUE(Names().empty());
+}
+
+TEST_P(OutputFileTest, ReplacesAnExistingFile) {
+    WriteFile(target, std::string("old and longer"));
+    OutputFile file = Begin(target);
+    EXPECT_TRUE(Write(file, "new"));
+    EXPECT_EQ(ReadText(target), "old and longer");
+    EXPECT_TRUE(file.Commit(CommitMode::Replace));
+    EXPECT_EQ(ReadText(target), "new");
+    EXPECT_EQ(Names(), std::vector<std::string>{"target"});
+}
+
+TEST_P(OutputFileTest, KeepsAnExistingFileThatMayNotBeReplaced) {
+    WriteFile(target, std::string("old"));
+    {
+        OutputFile file = Begin(target);
+        EXPECT_TRUE(Write(file, "new"));
+        const Status committed = file.Commit(CommitMode::KeepExisting);
+        ASSERT_FALSE(committed);
+        EXPECT_EQ(committed.error(), (Error{ErrorKind::FileExists, target, std::nullopt, "exists already"}));
+    }
+    EXPECT_EQ(ReadText(target), "old");
+    EXPECT_EQ(Names(), std::vector<std::string>{"target"});
+}
+
+TEST_P(OutputFileTest, ReplacesALinkAndNotWhatItLeadsTo) {
+    const auto other = WriteFile(temp / "other", std::string("other"));
+    std::filesystem::create_symlink(other, target);
+    OutputFile file = Begin(target);
+    EXPECT_TRUE(Write(file, "new"));
+    EXPECT_TRUE(file.Commit(CommitMode::Replace));
+    EXPECT_EQ(ReadText(other), "other");
+    EXPECT_FALSE(std::filesystem::is_symlink(target));
+}
+
+TEST_P(OutputFileTest, WritesOverWhatItHoldsAlready) {
+    OutputFile file = Begin(target);
+    EXPECT_TRUE(Write(file, "0123456789"));
+    EXPECT_TRUE(file.WriteAt(3, AsBytes("abc")));
+    EXPECT_TRUE(Write(file, "!"));
+    EXPECT_TRUE(file.Commit(CommitMode::Replace, Durability::Synced));
+    EXPECT_EQ(ReadText(target), "012abc6789!");
+}
+
+TEST_P(OutputFileTest, HasTheRightsThatTheUsersMaskLeaves) {
+    const mode_t before = umask(027);
+    OutputFile file = Begin(target);
+    EXPECT_TRUE(file.Commit(CommitMode::Replace));
+    umask(before);
+    struct stat status {};
+    ASSERT_EQ(stat(target.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0640U);
+}
+
+TEST_P(OutputFileTest, AFullDiskLeavesTheOldFileAndNothingElse) {
+    WriteFile(target, std::string("old"));
+    {
+        OutputFile file = Begin(target);
+        const FullDisk full(1000);
+        const Status written = file.Write(Bytes(5000, 1));
+        ASSERT_FALSE(written);
+        EXPECT_EQ(written.error(), (Error{ErrorKind::WriteFailed, target, std::nullopt,
+                                          "can not be written (File too large)"}));
+    }
+    EXPECT_EQ(ReadText(target), "old");
+    EXPECT_EQ(Names(), std::vector<std::string>{"target"});
+}
+
+TEST_P(OutputFileTest, AFolderThatIsNotThereIsNamedWithTheTarget) {
+    const auto file = GetParam()(temp / "none" / "target");
+    ASSERT_FALSE(file);
+    EXPECT_EQ(file.error(), (Error{ErrorKind::WriteFailed, temp / "none" / "target", std::nullopt,
+                                   "can not be created (No such file or directory)"}));
+}
+
+TEST_P(OutputFileTest, AFolderOfTheTargetsNameIsNeverReplaced) {
+    std::filesystem::create_directory(target);
+    for (const CommitMode mode : {CommitMode::Replace, CommitMode::KeepExisting}) {
+        OutputFile file = Begin(target);
+        EXPECT_FALSE(file.Commit(mode));
+    }
+    EXPECT_TRUE(std::filesystem::is_directory(target));
+    EXPECT_EQ(Names(), std::vector<std::string>{"target"});
+}
+
+TEST_P(OutputFileTest, ANameWithoutAFolderIsInTheCurrentOne) {
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(temp.Path());
+    for (const CommitMode mode : {CommitMode::KeepExisting, CommitMode::Replace}) {
+        OutputFile file = Begin("bare");
+        EXPECT_TRUE(file.Commit(mode, Durability::Synced));
+    }
+    std::filesystem::current_path(before);
+    EXPECT_EQ(Names(), std::vector<std::string>{"bare"});
+}
+
+TEST(OutputFile, LeavesNoTraceInTheFolderWhileItIsWritten) {
+    const TempFolder temp;
+    auto file = OutputFile::Create(temp / "target");
+    ASSERT_TRUE(file);
+    ASSERT_TRUE(file->Write(Bytes(100, 1)));
+    EXPECT_TRUE(ListNames(temp.Path()).empty()) << "this file system has no nameless files";
+}
+
+TEST(CopyRange, CopiesAPartAndRefusesWhatIsNotThere) {
+    const TempFolder temp;
+    const MemorySource source(Bytes{1, 2, 3, 4, 5});
+    auto file = OutputFile::Create(temp / "target");
+    ASSERT_TRUE(file);
+    EXPECT_TRUE(CopyRange(source, 1, 3, *file));
+    const Status copied = CopyRange(source, 4, 2, *file);
+    ASSERT_FALSE(copied);
+    EXPECT_EQ(copied.error().kind, ErrorKind::Truncated);
+    EXPECT_EQ(copied.error().offset, 5U);
+}
+
+TEST(EnsureFolder, CreatesParentsAndTakesWhatIsThere) {
+    const TempFolder temp;
+    EXPECT_TRUE(EnsureFolder(temp / "a" / "b" / "c"));
+    EXPECT_TRUE(EnsureFolder(temp / "a" / "b" / "c"));
+    EXPECT_TRUE(std::filesystem::is_directory(temp / "a" / "b" / "c"));
+}
+
+TEST(EnsureFolder, AFileInTheWayIsAnError) {
+    const TempFolder temp;
+    WriteFile(temp / "file", std::string("x"));
+    for (const auto& folder : {temp / "file", temp / "file" / "below"}) {
+        const Status made = EnsureFolder(folder);
+        ASSERT_FALSE(made) << folder;
+        EXPECT_EQ(made.error().kind, ErrorKind::WriteFailed);
+        EXPECT_EQ(made.error().path, folder);
+    }
+}
+
+TEST(IsSameFile, SeesThroughLinks) {
+    const TempFolder temp;
+    const auto file = WriteFile(temp / "file", std::string("x"));
+    std::filesystem::create_symlink(file, temp / "soft");
+    std::filesystem::create_hard_link(file, temp / "hard");
+    EXPECT_TRUE(IsSameFile(file, temp / "soft"));
+    EXPECT_TRUE(IsSameFile(file, temp / "hard"));
+    EXPECT_TRUE(IsSameFile(file, temp / "." / "file"));
+    EXPECT_FALSE(IsSameFile(file, WriteFile(temp / "twin", std::string("x"))));
+    EXPECT_FALSE(IsSameFile(file, temp / "none"));
+}
+
+TEST(BackgroundWriter, WritesEveryFileAndTellsInOrderHowEachEnded) {
+    const TempFolder temp;
+    WriteFile(temp / "5", std::string("old"));
+    BackgroundWriter writer;
+    for (int i = 0; i < 300; ++i)
+        writer.Write({temp / std::to_string(i), Bytes(20'000, static_cast<std::uint8_t>(i)),
+                      CommitMode::KeepExisting, 10 * i});
+    const auto results = writer.Finish();
+    ASSERT_EQ(results.size(), 300U);
+    for (std::size_t i = 0; i < results.size(); ++i) {
+        EXPECT_EQ(results[i].tag, static_cast<int>(10 * i));
+        EXPECT_EQ(results[i].status.has_value(), i != 5) << i;
+    }
+    EXPECT_EQ(results[5].status.error().kind, ErrorKind::FileExists);
+    EXPECT_EQ(ReadText(temp / "5"), "old");
+    EXPECT_EQ(ReadFile(temp / "299"), Bytes(20'000, 299 & 0xFF));
+}
+
+TEST(BackgroundWriter, WritesWhatIsWaitingWhenItGoes) {
+    const TempFolder temp;
+    {
+        BackgroundWriter writer;
+        for (int i = 0; i < 50; ++i)
+            writer.Write({temp / std::to_string(i), Bytes(10, 1), CommitMode::Replace, 0});
+    }
+    EXPECT_EQ(ListNames(temp.Path()).size(), 50U);
+}
+
+TEST(BackgroundWriter, TakesAFileLargerThanAllThatMayWait) {
+    const TempFolder temp;
+    BackgroundWriter writer;
+    for (int i = 0; i < 3; ++i)
+        writer.Write({temp / std::to_string(i), Bytes(3U << 20, 1), CommitMode::Replace, 0});
+    for (const auto& result : writer.Finish()) EXPECT_TRUE(result.status);
+}
+
+}  // namespace
+}  // namespace pictavo::tests

@@ -85,9 +85,9 @@ Status CommitBlock(std::optional<Block>& block) {
     return block ? block->file.Commit(block->mode, Durability::Synced) : Status();
 }
 
-/// Writes both files, and commits them also when the block came out too large.
-Status Rebuild(const Session& session, Ports& ports, const std::vector<RebuildSource>& sources,
-               const std::filesystem::path& folder) {
+/// Writes both files, commits them also when the block came out too large, and returns how many.
+Result<std::size_t> Rebuild(const Session& session, Ports& ports, const std::vector<RebuildSource>& sources,
+                            const std::filesystem::path& folder) {
     PICTAVO_TRY(const FileRange tableRange, PitRange(session.flash));
     PICTAVO_TRY(auto table, BeginBlock(session, ports, BlockPath(folder, tableRange.begin)));
     PICTAVO_TRY(auto block, BeginBlock(session, ports, BlockPath(folder, sources.front().record.picOffset)));
@@ -96,10 +96,11 @@ Status Rebuild(const Session& session, Ports& ports, const std::vector<RebuildSo
     const Status rebuilt = RebuildBlocks(session.flash, sources, outputs, [&](std::size_t row) {
         return ports.progress.At(100.0 * static_cast<double>(row) / count);
     });
-    if (!rebuilt && rebuilt.error().kind != ErrorKind::BlockTooLarge) return rebuilt;
+    if (!rebuilt && rebuilt.error().kind != ErrorKind::BlockTooLarge) return Failure(rebuilt.error());
     PICTAVO_TRY(CommitBlock(table));
     PICTAVO_TRY(CommitBlock(block));
-    return rebuilt;
+    if (!rebuilt) return Failure(rebuilt.error());
+    return (table ? 1U : 0U) + (block ? 1U : 0U);
 }
 
 Outcome RefuseSources(Ports& ports, std::vector<Problem> problems) {
@@ -142,10 +143,10 @@ Outcome RebuildPitFrom(Session& session, Ports& ports, const std::filesystem::pa
     const auto sources = ReadSources(session, *folder, from, problems);
     if (!problems.empty()) return RefuseSources(ports, std::move(problems));
     if (const Status made = EnsureFolder(to); !made) return Refuse(session, ports, made.error());
-    if (const Status rebuilt = Rebuild(session, ports, sources, to); !rebuilt)
-        return Refuse(session, ports, rebuilt.error());
+    const auto written = Rebuild(session, ports, sources, to);
+    if (!written) return Refuse(session, ports, written.error());
     ports.prompts.Tell(Completion(session.texts));
-    return Outcome::Wrote(2);
+    return Outcome::Wrote(*written);
 }
 
 }  // namespace pictavo

@@ -74,15 +74,21 @@ Status WriteGpf(const Session& session, const std::filesystem::path& path, bool 
     return WriteWholeFile(path, ComposeShownGpf(session, isGPF2, typeCode), mode);
 }
 
-Status WritePng(const Session& session, ProcessRunner& processes, const std::filesystem::path& path,
-                bool withAlpha, CommitMode mode) {
+Status ConvertAndCopy(const Session& session, ProcessRunner& processes, const std::filesystem::path& path,
+                      bool withAlpha, CommitMode mode) {
     PICTAVO_TRY(const std::filesystem::path png, ConvertPictureToPng(session, processes, withAlpha));
     PICTAVO_TRY(const auto source, FileSource::Open(png));
     PICTAVO_TRY(OutputFile file, OutputFile::Create(path));
     PICTAVO_TRY(CopyRange(*source, 0, source->Size(), file));
-    PICTAVO_TRY(file.Commit(mode));
+    return file.Commit(mode);
+}
+
+/// The temporary files go whether it succeeds or not.
+Status WritePng(const Session& session, ProcessRunner& processes, const std::filesystem::path& path,
+                bool withAlpha, CommitMode mode) {
+    Status written = ConvertAndCopy(session, processes, path, withAlpha, mode);
     RemovePngTemporaries(session);
-    return {};
+    return written;
 }
 
 bool AskAlpha(const Session& session, Ports& ports) {

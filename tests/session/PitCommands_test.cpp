@@ -183,5 +183,159 @@ TEST_F(PitCommandsTest, CancelledFoldersChangeNothing) {
     EXPECT_TRUE(scripted.prompts.notices.empty());
 }
 
+TEST_F(PitCommandsTest, BackupAsksForTheFolderAndForEachFileByItsName) {
+    Open(ThreeSquares());
+    std::filesystem::create_directory(out);
+    WriteFile(out / "0x00A0000.bin", std::string("old"));
+    scripted.prompts.Choose(out);
+    scripted.prompts.Expect(Asked::Overwrite, true);
+    EXPECT_EQ(BackupPit(session, scripted.ports).written, 2U);
+    EXPECT_EQ(scripted.prompts.folderTitles, std::vector<std::string>{"PlSel cFold 4save"});
+    EXPECT_EQ(scripted.prompts.questions.at(0).title, "faExi!");
+    EXPECT_EQ(scripted.prompts.questions.at(0).text, (out / "0x00A0000.bin").string() + "\rfChan?");
+}
+
+TEST_F(PitCommandsTest, TheTableOfAnSGoldFlashIsNamedBySevenDigitsToo) {
+    Open(FourIcons(FlashKind::SGold));
+    ASSERT_TRUE(BackupPitTo(session, scripted.ports, out).IsClean());
+    EXPECT_EQ(session.flash.PITadr, "9011C");
+    EXPECT_EQ(ListNames(out), (std::vector<std::string>{"0x009011C.bin", "0x00C0000.bin"}));
+}
+
+TEST_F(PitCommandsTest, ALastPictureThatCanNotBeDecodedIsRefusedWithoutAFile) {
+    FlashBuilder flash = ThreeSquares();
+    flash.AddPicture(250, 2, 0x05, Bytes(500, 1));
+    Open(flash);
+    EXPECT_EQ(BackupPitTo(session, scripted.ports, out).problems.at(0).error.kind, ErrorKind::TooLarge);
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+TEST_F(PitCommandsTest, ABlockThatTheFlashEndsInsideIsNotHalfWritten) {
+    FlashBuilder flash = ThreeSquares();
+    flash.AddPictureAt((2U << 20) - 2, 2, 2, 0x05, {1, 1});
+    Open(flash);
+    EXPECT_EQ(BackupPitTo(session, scripted.ports, out).problems.at(0).error.kind, ErrorKind::Truncated);
+    EXPECT_EQ(ListNames(out), std::vector<std::string>{"0x00A0000.bin"});
+}
+
+TEST_F(PitCommandsTest, RebuildAsksForTheSourceFolderAndThenForTheOther) {
+    Open(ThreeSquares());
+    for (const char* name : {"0.gpf2", "1.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+    scripted.prompts.Choose(from);
+    scripted.prompts.Choose(out);
+    EXPECT_TRUE(RebuildPit(session, scripted.ports).IsClean());
+    EXPECT_EQ(scripted.prompts.folderTitles,
+              (std::vector<std::string>{"PlSel cFold 4open", "PlSel cFold 4save"}));
+    EXPECT_EQ(ListNames(out), (std::vector<std::string>{"0x00A0000.bin", "0x0180000.bin"}));
+    EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{"Succes"});
+    ExpectFlashUntouched();
+}
+
+TEST_F(PitCommandsTest, RebuildAsksForEachFileAndCancelSkipsOnlyIt) {
+    Open(ThreeSquares());
+    for (const char* name : {"0.gpf2", "1.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+    std::filesystem::create_directory(out);
+    WriteFile(out / "0x00A0000.bin", std::string("old"));
+    WriteFile(out / "0x0180000.bin", std::string("old"));
+    scripted.prompts.Expect(Asked::Overwrite, true);
+    scripted.prompts.Expect(Asked::Overwrite, false);
+    EXPECT_EQ(Rebuild().written, 1U);
+    EXPECT_EQ(ReadFile(out / "0x00A0000.bin").size(), 24U);
+    EXPECT_EQ(ReadText(out / "0x0180000.bin"), "old");
+}
+
+TEST_F(PitCommandsTest, FilesOf48And80BytesTakeOneAndThreeSteps) {
+    Open(ThreeSquares());
+    PutGpf("0.gpf2", 4, 4, 7);
+    PutGpf("1.gpf2", 6, 8, 8);
+    PutGpf("2.gpf2", 4, 4, 9);
+    ASSERT_EQ(ReadFile(from / "0.gpf2").size(), 48U);
+    ASSERT_EQ(ReadFile(from / "1.gpf2").size(), 80U);
+    ASSERT_TRUE(Rebuild().IsClean());
+    EXPECT_EQ(BytesToHex(ReadFile(out / "0x00A0000.bin"), false),
+              "04040500000018A0"
+              "06080500100018A0"
+              "04040500400018A0");
+}
+
+TEST_F(PitCommandsTest, RebuildOnAFlashOfLongRecordsWritesTwelveBytesEach) {
+    FlashBuilder flash(FlashKind::NewSGoldE71);
+    flash.Size(2U << 20).PicturesAt(0x180000).Align(4096);
+    for (int i = 0; i < 2; ++i) flash.AddPicture(4, 4, 0x05, Bytes(16, 1));
+    Open(flash);
+    PutGpf("0.gpf2", 1, 320, 7);
+    PutGpf("1.gpf2", 4, 4, 7);
+    ASSERT_TRUE(Rebuild().IsClean());
+    EXPECT_EQ(BytesToHex(ReadFile(out / "0x00A0000.bin"), false),
+              "0100400105000000000018A0"
+              "0400040005000000400118A0");
+}
+
+TEST_F(PitCommandsTest, SourcesAreFoundByTheNamesOfTheSettings) {
+    Open(ThreeSquares());
+    session.settings.HEXFilename = true;
+    session.settings.ZeroFilename = true;
+    for (const char* name : {"000.gpf2", "001.gpf", "002.gpf2"}) PutGpf(name, 4, 4, 7);
+    EXPECT_TRUE(Rebuild().IsClean());
+}
+
+TEST_F(PitCommandsTest, ABoldRowWithoutWorkFileTakesTheFoldersFile) {
+    Open(ThreeSquares());
+    for (const char* name : {"0.gpf2", "1.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+    ReplaceBy(0, samples::DrawOneColour(3, 3, {255, 0, 0, 255}), 0x85);
+    std::filesystem::remove(session.workFiles.Replacement(0));
+    ASSERT_TRUE(Rebuild().IsClean());
+    EXPECT_TRUE(BytesToHex(ReadFile(out / "0x00A0000.bin"), false).starts_with("04040500000018A0"));
+}
+
+TEST_F(PitCommandsTest, AllThatStandsBehindTheHeadGoesIntoTheBlock) {
+    Open(ThreeSquares());
+    for (const char* name : {"1.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+    Bytes longer = ComposeGpf({4, 4, 0x05, 0, true}, Bytes(16, 7));
+    longer.resize(64, 0xAB);
+    WriteFile(from / "0.gpf2", longer);
+    ASSERT_TRUE(Rebuild().IsClean());
+    const Bytes block = ReadFile(out / "0x0180000.bin");
+    EXPECT_EQ(block.size(), 64U);
+    EXPECT_EQ(block[16], 0xAB);
+    EXPECT_EQ(block[32], 7);
+}
+
+TEST_F(PitCommandsTest, AFileOfNoWholeSixteensIsFilledUpInTheBlock) {
+    Open(ThreeSquares());
+    for (const char* name : {"1.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+    Bytes shorter = ComposeGpf({5, 1, 0x05, 0, true}, Bytes(5, 9));
+    shorter.resize(37);
+    WriteFile(from / "0.gpf2", shorter);
+    ASSERT_TRUE(Rebuild().IsClean());
+    const Bytes block = ReadFile(out / "0x0180000.bin");
+    EXPECT_EQ(block.size(), 48U);
+    EXPECT_EQ(Bytes(block.begin() + 4, block.begin() + 17), (Bytes{9, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 7}));
+}
+
+TEST_F(PitCommandsTest, ASourceThatIsNoGpfOrDoesNotFitIsNamedBeforeAnyFileIsMade) {
+    Open(ThreeSquares());
+    WriteFile(from / "0.gpf2", std::string(64, 'x'));
+    PutGpf("1.gpf2", 4, 4, 7);
+    PutGpf("2.gpf2", 1, 256, 7);
+    const Outcome outcome = Rebuild();
+    EXPECT_EQ(outcome.end, Outcome::End::Refused);
+    ASSERT_EQ(outcome.problems.size(), 2U);
+    EXPECT_EQ(outcome.problems[0].error.kind, ErrorKind::NoGpf);
+    EXPECT_EQ(outcome.problems[1].error.kind, ErrorKind::NotSupported);
+    EXPECT_EQ(outcome.problems[1].number, 2);
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+TEST_F(PitCommandsTest, ProgressOfARebuildGrowsByRows) {
+    Open(ThreeSquares());
+    for (const char* name : {"0.gpf2", "1.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+    scripted.progress.percents.clear();
+    ASSERT_TRUE(Rebuild().IsClean());
+    ASSERT_EQ(scripted.progress.percents.size(), 3U);
+    EXPECT_DOUBLE_EQ(scripted.progress.percents[0], 100.0 / 3);
+    EXPECT_EQ(scripted.progress.percents[2], 100);
+}
+
 }  // namespace
 }  // namespace pictavo::tests

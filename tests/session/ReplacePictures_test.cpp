@@ -1,6 +1,7 @@
 #include "session/ReplacePictures.h"
 
 #include "session/ShowPicture.h"
+#include "support/FileSizeLimit.h"
 #include "support/SessionFixture.h"
 
 namespace pictavo::tests {
@@ -158,6 +159,87 @@ TEST_F(ReplacePicturesTest, ACancelledChooserChangesNothing) {
     EXPECT_FALSE(session.savePatchEnabled);
 }
 
+TEST_F(ReplacePicturesTest, EachDepthIsWrittenInItsCompressedOrItsPlainType) {
+    Open(FourIcons());
+    for (const std::uint8_t type : std::initializer_list<std::uint8_t>{0x85, 0x88, 0x8A}) {
+        scripted.prompts.Expect(Asked::Compress, true);
+        ASSERT_TRUE(ReplaceFrom(session, scripted.ports, 1, WriteGif("a.gif"), type).IsClean());
+        EXPECT_EQ(WorkFileHeader(1).type, type);
+        scripted.prompts.Expect(Asked::Compress, false);
+        ASSERT_TRUE(ReplaceFrom(session, scripted.ports, 1, WriteGif("a.gif"), type).IsClean());
+        EXPECT_EQ(WorkFileHeader(1).type, type - 0x80);
+    }
+    EXPECT_EQ(scripted.prompts.questions.at(0).text, "CmpgpfF?");
+    EXPECT_EQ(scripted.prompts.questions.at(0).title, "");
+}
+
+TEST_F(ReplacePicturesTest, TheLastFourCharactersTellAGpfInAnyCase) {
+    Open(FourIcons());
+    session.settings.CompressGPF = true;
+    for (const char* name : {"A.GPF", "a.Gpf2", "agpf2"}) {
+        const auto file = WriteGpf2(name, 3, 1, 0x05, Bytes(3, 1));
+        EXPECT_TRUE(ReplaceFrom(session, scripted.ports, 0, file, 0x88).IsClean()) << name;
+    }
+}
+
+TEST_F(ReplacePicturesTest, AGpfUnderAnotherNameIsLeftToTheSystemsReaders) {
+    Open(FourIcons());
+    scripted.pictures.error = Error{ErrorKind::UnknownFile, {}, std::nullopt, "no reader takes it"};
+    const auto file = WriteGpf2("gpf.bmp", 3, 1, 0x05, Bytes(3, 1));
+    const Outcome outcome = ReplaceFrom(session, scripted.ports, 0, file, 0x88);
+    EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::UnknownFile);
+    EXPECT_FALSE(session.replaced[0]);
+}
+
+TEST_F(ReplacePicturesTest, ATooLargePictureIsToldAndChangesNothing) {
+    Open(FourIcons());
+    const auto file = WriteFile(temp / "a.bmp", samples::MakeBmp(samples::DrawIcon(241, 1, 1), 32));
+    EXPECT_EQ(ReplaceFrom(session, scripted.ports, 0, file, 0x88).end, Outcome::End::Refused);
+    EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{"LarPic!"});
+    EXPECT_TRUE(ListNames(session.workFiles.folder).empty());
+    EXPECT_FALSE(session.savePatchEnabled);
+}
+
+TEST_F(ReplacePicturesTest, TheChooserNamesTheCommandAndFollowsHexNames) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    for (int i = 0; i < 27; ++i) flash.AddDrawing(samples::DrawIcon(2, 2, 1), 0x05);
+    Open(flash);
+    session.settings.HEXFilename = true;
+    scripted.prompts.Choose({});
+    EXPECT_EQ(ReplacePicture(session, scripted.ports, 26, 0x88).end, Outcome::End::Cancelled);
+    const FileChoice& choice = scripted.prompts.choices.at(0);
+    EXPECT_EQ(choice.title, "PlSel Load picture 4open");
+    EXPECT_EQ(choice.suggestedName, "1A");
+    EXPECT_EQ(choice.patterns,
+              (std::vector<std::string>{"*.gpf", "*.gpf2", "*.bmp", "*.gif", "*.jpg", "*.png"}));
+}
+
+TEST_F(ReplacePicturesTest, AFullDiskKeepsTheOlderWorkFile) {
+    Open(FourIcons());
+    ReplaceBy(2, samples::DrawIcon(8, 8, 5), 0x85);
+    const Bytes older = ReadFile(session.workFiles.Replacement(2));
+    const auto file = WriteGpf2("large.gpf2", 100, 100, 0x05, Bytes(10000, 1));
+    session.settings.CompressGPF = true;
+    Outcome outcome;
+    {
+        const FileSizeLimit full(100);
+        outcome = ReplaceFrom(session, scripted.ports, 2, file, 0x8A);
+    }
+    EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(ReadFile(session.workFiles.Replacement(2)), older);
+    EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{kWorkFile2});
+}
+
+TEST_F(ReplacePicturesTest, WithoutTemporaryFolderTheRowIsNotMarked) {
+    Open(FourIcons());
+    std::filesystem::remove(session.workFiles.folder);
+    session.settings.CompressGPF = true;
+    const Outcome outcome = ReplaceFrom(session, scripted.ports, 2, WriteGif("a.gif"), 0x88);
+    EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::WriteFailed);
+    EXPECT_FALSE(session.replaced[2]);
+    EXPECT_FALSE(session.savePatchEnabled);
+}
+
 class ReplaceFromFolderTest : public ReplacePicturesTest {
   protected:
     ReplaceFromFolderTest() {
@@ -262,6 +344,90 @@ TEST_F(ReplaceFromFolderTest, StopsAfterThePictureAtHand) {
     const Outcome outcome = Run();
     EXPECT_EQ(session.replaced, (std::vector<bool>{true, true, false, false}));
     EXPECT_EQ(outcome.problems.back().error.kind, ErrorKind::Stopped);
+}
+
+TEST_F(ReplaceFromFolderTest, BehindBitmapsComePngThenJpgThenGif) {
+    Open(FourIcons());
+    int width = 5;
+    for (const char* name : {"1.bmp", "1.png", "1.jpg", "1.gif"})
+        WriteFile(folder / name, samples::MakeBmp(samples::DrawIcon(width++, 1, 1), 32));
+    width = 5;
+    for (const char* name : {"1.bmp", "1.png", "1.jpg", "1.gif"}) {
+        ASSERT_TRUE(Run().IsClean());
+        EXPECT_EQ(WorkFileHeader(1).width, width++) << name;
+        std::filesystem::remove(folder / name);
+    }
+}
+
+TEST_F(ReplaceFromFolderTest, WithPaddedNamesAGpf2BeatsABitmapToo) {
+    Open(FourIcons());
+    session.settings.ZeroFilename = true;
+    PutGpf2("0002.gpf2", 5);
+    PutGpf2("3.gpf2", 5);
+    WriteFile(folder / "0002.bmp", samples::MakeBmp(samples::DrawIcon(7, 7, 1), 32));
+    ASSERT_TRUE(Run().IsClean());
+    EXPECT_EQ(WorkFileHeader(2).width, 5);
+    EXPECT_EQ(session.replaced, (std::vector<bool>{false, false, true, false}));
+}
+
+TEST_F(ReplaceFromFolderTest, ATooLargePictureIsNeverReplacedByTheOneBeforeIt) {
+    Open(FourIcons());
+    PutGpf2("0.gpf2", 5);
+    WriteFile(folder / "1.bmp", samples::MakeBmp(samples::DrawIcon(241, 1, 1), 32));
+    PutGpf2("2.gpf2", 6);
+    const Outcome outcome = Run();
+    ASSERT_EQ(outcome.problems.size(), 1U);
+    EXPECT_EQ(outcome.problems[0].number, 1);
+    EXPECT_EQ(outcome.problems[0].error.kind, ErrorKind::TooLarge);
+    EXPECT_EQ(ListNames(session.workFiles.folder), (std::vector<std::string>{"0000.gpf2", "0002.gpf2"}));
+    EXPECT_EQ(session.replaced, (std::vector<bool>{true, false, true, false}));
+}
+
+TEST_F(ReplaceFromFolderTest, CompressedOneBitIsRefusedPictureByPicture) {
+    Open(FourIcons());
+    session.settings.CompressGPF = false;
+    PutGpf2("0.gpf2", 5);
+    PutGpf2("1.gpf2", 5);
+    scripted.prompts.Expect(Asked::Compress, true);
+    scripted.prompts.Expect(Asked::Compress, false);
+    EXPECT_EQ(Run(0x81).problems.size(), 1U);
+    EXPECT_EQ(scripted.prompts.NoticeTexts().at(0), "1bit GPF CntCmp");
+    EXPECT_EQ(session.replaced, (std::vector<bool>{false, true, false, false}));
+    EXPECT_EQ(WorkFileHeader(1).type, 0x01);
+}
+
+TEST_F(ReplaceFromFolderTest, PngFilesWithoutConverterAreReportedAndTheOthersGoOn) {
+    Open(FourIcons());
+    session.settings.nConvert.clear();
+    WriteFile(folder / "0.png", samples::MakePng(samples::DrawIcon(4, 4, 1), samples::PngColour::Rgb));
+    PutGpf2("1.gpf2", 5);
+    EXPECT_EQ(Run().problems.at(0).error.kind, ErrorKind::ConverterMissing);
+    EXPECT_EQ(session.replaced, (std::vector<bool>{false, true, false, false}));
+}
+
+TEST_F(ReplaceFromFolderTest, TheFolderIsAskedForByItsTitle) {
+    Open(FourIcons());
+    scripted.prompts.Choose({});
+    EXPECT_EQ(ReplacePictures(session, scripted.ports, 0x88).end, Outcome::End::Cancelled);
+    EXPECT_FALSE(session.savePatchEnabled);
+    scripted.prompts.Choose(folder);
+    EXPECT_TRUE(ReplacePictures(session, scripted.ports, 0x88).IsClean());
+    EXPECT_EQ(scripted.prompts.folderTitles.at(1), "PlSel cFold 4open");
+}
+
+TEST_F(ReplaceFromFolderTest, AFolderThatIsNotThereIsRefused) {
+    Open(FourIcons());
+    folder = temp / "none";
+    EXPECT_EQ(Run().end, Outcome::End::Refused);
+    EXPECT_FALSE(session.savePatchEnabled);
+}
+
+TEST_F(ReplaceFromFolderTest, ProgressCountsTheRowsWithoutAFileToo) {
+    Open(FourIcons());
+    PutGpf2("2.gpf2", 5);
+    scripted.progress.percents.clear();
+    ASSERT_TRUE(Run().IsClean());
+    EXPECT_EQ(scripted.progress.percents, (std::vector<double>{25, 50, 75, 100}));
 }
 
 }  // namespace

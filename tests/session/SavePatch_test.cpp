@@ -2,6 +2,7 @@
 
 #include "patch/PatchReader.h"
 #include "session/ShowPicture.h"
+#include "support/FileSizeLimit.h"
 #include "support/SessionFixture.h"
 
 namespace pictavo::tests {
@@ -268,6 +269,130 @@ TEST_F(SavePatchTest, ThePatchedCopyShowsTheNewPictures) {
     EXPECT_EQ(CellAt(39, 29), (Cell{expected.back().r, expected.back().g, expected.back().b, 0}));
     ASSERT_TRUE(ShowRow(session, 1));
     EXPECT_EQ(session.picture.width, 9);
+}
+
+TEST_F(SavePatchTest, SectionsStandInTheOrderOfTheListAndNotOfTheReplacing) {
+    Open(TwoSquares());
+    ReplaceByColour(1, 4, 1);
+    ReplaceByColour(0, 4, 1);
+    const std::string text = Save();
+    EXPECT_LT(text.find("; ##### Picture 0000 #####"), text.find("; ##### Picture 0001 #####"));
+}
+
+TEST_F(SavePatchTest, AMovedPictureKeepsClearOfOneThatGrowsInPlaceOverErasedBytes) {
+    FlashBuilder flash = TwoSquares();
+    flash.AddPictureAt(0x8F000, 16, 16, 0x05, Bytes(256, 0xFF));
+    Open(flash);
+    ReplaceByColour(0, 17, 16);
+    ReplaceByColour(2, 16, 16);
+    const std::string text = Save();
+    EXPECT_NE(text.find(" 1110050000F108A0\r\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("\r\n0008F100: "), std::string::npos);
+    EXPECT_NE(text.find("\r\n0008F0F0: "), std::string::npos);
+}
+
+TEST_F(SavePatchTest, WithoutFreeMemoryTheRowStaysBoldAndTheSearchWhereItWas) {
+    FlashBuilder flash = TwoSquares();
+    flash.FillWithCode(0x40000, (2U << 20) - 0x40000, 3);
+    Open(flash);
+    ReplaceByColour(0, 17, 16);
+    Save();
+    EXPECT_EQ(session.flash.FreeSearchOffset, 0x40000U);
+    EXPECT_TRUE(session.replaced[0]);
+    EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::NoFreeMemory);
+    EXPECT_EQ(outcome.written, 1U);
+}
+
+TEST_F(SavePatchTest, TheNextPatchSearchesBehindTheLastOnesPlaces) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 17, 16);
+    Save();
+    ReplaceByColour(1, 17, 16);
+    std::filesystem::remove(patch);
+    EXPECT_NE(Save().find("\r\n0008F110: "), std::string::npos);
+}
+
+TEST_F(SavePatchTest, APictureWhoseOldBytesTheFlashDoesNotHoldStaysPending) {
+    FlashBuilder flash = TwoSquares();
+    flash.AddPictureAt((2U << 20) - 2, 2, 2, 0x05, {0x33, 0x33});
+    Open(flash);
+    ReplaceByColour(2, 2, 2);
+    EXPECT_EQ(BehindBanner(Save()), "\r\n; ##### Picture 0002 #####\r\n");
+    EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::Truncated);
+    EXPECT_EQ(outcome.problems.at(0).number, 2);
+    EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0002.gpf2"});
+    EXPECT_TRUE(session.savePatchEnabled);
+}
+
+TEST_F(SavePatchTest, AWorkFileThatIsNoGpfIsAProblemAndStays) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 4, 1);
+    ReplaceByColour(1, 4, 1);
+    WriteFile(session.workFiles.Replacement(0), std::string(64, 'x'));
+    EXPECT_TRUE(BehindBanner(Save()).starts_with(
+        "\r\n; ##### Picture 0000 #####\r\n\r\n; ##### Picture 0001 #####\r\n0"));
+    EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::NoGpf);
+    EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0000.gpf2"});
+    EXPECT_TRUE(session.savePatchEnabled);
+}
+
+TEST_F(SavePatchTest, TheChooserIsForPatches) {
+    Open(TwoSquares());
+    scripted.prompts.Choose({});
+    EXPECT_EQ(SavePatch(session, scripted.ports).outcome.end, Outcome::End::Cancelled);
+    EXPECT_EQ(scripted.prompts.choices.at(0).patterns, std::vector<std::string>{"*.vkp"});
+    EXPECT_EQ(scripted.prompts.choices.at(0).defaultExtension, "vkp");
+}
+
+TEST_F(SavePatchTest, ACancelledChooserConsumesNothing) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 17, 16);
+    scripted.prompts.Choose({});
+    EXPECT_EQ(SavePatch(session, scripted.ports).outcome.end, Outcome::End::Cancelled);
+    EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0000.gpf2"});
+    EXPECT_TRUE(session.savePatchEnabled);
+    EXPECT_EQ(session.flash.FreeSearchOffset, 0x40000U);
+    EXPECT_TRUE(scripted.prompts.notices.empty());
+}
+
+TEST_F(SavePatchTest, AnAnswerWithoutExtensionLosesItsTailAndGetsIt) {
+    Open(TwoSquares());
+    scripted.prompts.Choose(temp / "mine !");
+    EXPECT_TRUE(SavePatch(session, scripted.ports).outcome.IsClean());
+    EXPECT_TRUE(std::filesystem::exists(temp / "mine.vkp"));
+}
+
+TEST_F(SavePatchTest, AnAcceptedOverwriteReplacesTheWholeFile) {
+    Open(TwoSquares());
+    const auto existing = WriteFile(temp / "a.vkp", std::string(5000, 'x'));
+    scripted.prompts.Choose(existing);
+    scripted.prompts.Expect(Asked::Overwrite, true);
+    EXPECT_TRUE(SavePatch(session, scripted.ports).outcome.IsClean());
+    EXPECT_EQ(ReadFile(existing).size(), 8U * 75);
+}
+
+TEST_F(SavePatchTest, AFullDiskKeepsTheOldPatchAndTheWorkFiles) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 17, 16);
+    const auto existing = WriteFile(temp / "a.vkp", std::string("old"));
+    const auto before = ListNames(temp.Path());
+    scripted.prompts.Expect(Asked::Overwrite, true);
+    {
+        const FileSizeLimit full(1000);
+        outcome = SavePatchTo(session, scripted.ports, existing).outcome;
+    }
+    EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(ReadText(existing), "old");
+    EXPECT_EQ(ListNames(temp.Path()), before);
+    EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0000.gpf2"});
+    EXPECT_EQ(session.flash.FreeSearchOffset, 0x40000U);
+}
+
+TEST_F(SavePatchTest, TheFlashStaysUntouched) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 17, 16);
+    Save();
+    ExpectFlashUntouched();
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "cli/Command.h"
+#include "cli/NumberList.h"
 #include "cli/Run.h"
 #include "codec/PictureEncoder.h"
 #include "core/BasicCalculations_Tarsk.h"
@@ -48,7 +49,6 @@ class ConvertCommand final : public Command {
                        "Type code of a GPF: 01, 05, 08, 0A, or compressed 85, 88, 8A (default 8A)")
             ->option_text("HH");
         app.add_option("--number", number_, "Picture number in the header of a GPF (default 0)")
-            ->check(CLI::Range(0, kMostNumber))
             ->option_text("N");
         options_.DeclareConverter(app);
         options_.DeclareOverwrite(app);
@@ -57,6 +57,8 @@ class ConvertCommand final : public Command {
     std::string UsageError() const override {
         if (!CanBeWritten(LoweredExtension(out_))) return "OUT must end in .bmp, .png, .gpf or .gpf2";
         if (!ParseType(type_)) return "--type: \"" + type_ + "\" is no type code that can be written";
+        if (ParsePictureNumber(number_).value_or(kMostNumber + 1) > kMostNumber)
+            return "--number: \"" + number_ + "\" is no number of 0 to " + std::to_string(kMostNumber);
         return {};
     }
 
@@ -64,8 +66,10 @@ class ConvertCommand final : public Command {
         cli::Run run(front, options_);
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
         if (const Status loaded = Load(run); !loaded) return front.Fail(loaded.error());
-        run.session.pictureNumber = number_;
-        return front.Report(Save(run));
+        run.session.pictureNumber = *ParsePictureNumber(number_);
+        Outcome saved = Save(run);
+        for (Problem& problem : saved.problems) problem.error = WithPath(problem.error, out_);
+        return front.Report(saved);
     }
 
   private:
@@ -87,7 +91,7 @@ class ConvertCommand final : public Command {
     std::string in_;
     std::string out_;
     std::string type_ = "8A";
-    int number_ = 0;
+    std::string number_ = "0";  // read as decimal here: "010" is ten
     AnswerOptions options_;
 };
 

@@ -3,14 +3,13 @@
 #include "cli/Run.h"
 #include "codec/PictureType.h"
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/OutputFile.h"
 #include "session/ReplacePictures.h"
 #include "session/SavePatch.h"
 
 namespace pictavo::cli {
 
 namespace {
-
-constexpr int kDefaultBits = 16;
 
 /// What "--picture N=FILE[@BITS]" says.
 struct Replacement {
@@ -62,7 +61,6 @@ class PatchCommand final : public Command {
             ->excludes(pictures)
             ->option_text("DIR");
         app.add_option("--bits", bits_, "Bits a pixel where no @BITS says it: 1, 8, 16 or 24 (default 16)")
-            ->check(CLI::IsMember({1, 8, 16, 24}))
             ->option_text("B");
         options_.DeclareCompress(app);
         options_.DeclareNames(app);
@@ -73,12 +71,14 @@ class PatchCommand final : public Command {
     std::string UsageError() const override {
         for (const std::string& text : pictures_)
             if (!ParseReplacement(text)) return "--picture: \"" + text + "\" is not N=FILE or N=FILE@BITS";
+        if (!ParseBits(bits_)) return "--bits: \"" + bits_ + "\" is not 1, 8, 16 or 24";
         return {};
     }
 
     int Run(Front& front) override {
         cli::Run run(front, options_);
         if (const Status opened = run.OpenFlashWithTable(flash_); !opened) return front.Fail(opened.error());
+        if (const Status target = CheckTarget(); !target) return front.Fail(target.error());
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
         Outcome replaced = ReplaceAll(run);
         if (replaced.end != Outcome::End::Done) return front.Report(replaced);
@@ -90,6 +90,27 @@ class PatchCommand final : public Command {
     }
 
   private:
+    /// The patch must not take the place of a picture that it is made from.
+    Status CheckTarget() const {
+        for (const std::filesystem::path& input : Inputs())
+            if (IsSameFile(patch_, input))
+                return Fail(ErrorKind::OutputIsInput, patch_,
+                            "is the very file that is read; it is never written");
+        return {};
+    }
+
+    /// The pictures' files. Any file of the folder may be one, but no patch is: one of an earlier run may lie
+    /// there.
+    std::vector<std::filesystem::path> Inputs() const {
+        std::vector<std::filesystem::path> inputs;
+        for (const std::string& text : pictures_) inputs.emplace_back(ParseReplacement(text)->file);
+        std::error_code ignored;
+        if (folder_.empty()) return inputs;
+        for (const auto& entry : std::filesystem::directory_iterator(folder_, ignored))
+            if (entry.path().extension() != ".vkp") inputs.push_back(entry.path());
+        return inputs;
+    }
+
     Outcome ReplaceAll(cli::Run& run) const {
         if (!folder_.empty())
             return ReplaceFromFolder(run.session, run.ports, folder_, TypeFor(std::nullopt));
@@ -111,7 +132,9 @@ class PatchCommand final : public Command {
             {ErrorKind::NoSuchPicture, flash_, std::nullopt, "the flash has no picture of this number"});
     }
 
-    std::uint8_t TypeFor(std::optional<int> bits) const { return *CompressedTypeOf(bits.value_or(bits_)); }
+    std::uint8_t TypeFor(std::optional<int> bits) const {
+        return *CompressedTypeOf(bits ? *bits : *ParseBits(bits_));
+    }
 
     static std::string Lines(const std::vector<PatchSection>& sections) {
         std::string lines;
@@ -124,7 +147,7 @@ class PatchCommand final : public Command {
     std::string patch_;
     std::vector<std::string> pictures_;
     std::string folder_;
-    int bits_ = kDefaultBits;
+    std::string bits_ = "16";
     AnswerOptions options_;
 };
 

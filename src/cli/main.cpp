@@ -59,6 +59,12 @@ int RunCommand(Command& command, const CLI::App& app, const CLI::App* sub) {
     return command.Run(front);
 }
 
+/// Prints what --help or --version asked for; the exit status.
+int Inform(const CLI::App& app, const CLI::ParseError& request) {
+    app.exit(request, std::cout, std::cerr);
+    return Front{std::cout, std::cerr, {}, {}}.Print({});
+}
+
 int Main(int count, char** arguments) {
     CLI::App app(kDescription, "pictavo-cli");
     app.set_version_flag("--version", std::string("pictavo-cli ") + kVersion, "Print the version");
@@ -71,7 +77,7 @@ int Main(int count, char** arguments) {
     try {
         app.parse(count, arguments);
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) return app.exit(error);  // help or version, on standard output
+        if (error.get_exit_code() == 0) return Inform(app, error);
         return WrongUsage(app, ParsedCommand(app), error.what());
     }
     for (std::size_t i = 0; i < subs.size(); ++i)

@@ -193,6 +193,11 @@ bool IsBitDepth(int bitDepth) {
     return bitDepth == 1 || bitDepth == 8 || bitDepth == 12 || bitDepth == 16 || bitDepth == 24;
 }
 
+/// A compressed picture may end, with its file, before it meets the end of the Raster.
+bool FitsRaster(const PictureFormat& format) {
+    return format.width <= Raster::kColumns && format.height <= Raster::kRows;
+}
+
 /// The number in the form that leaves a place for a sign, as the box shows it.
 Failure RefuseBitDepth(int bitDepth) {
     return Fail(ErrorKind::BadBitDepth, (bitDepth < 0 ? "" : " ") + std::to_string(bitDepth) + "bit");
@@ -216,7 +221,7 @@ Result<DecodedPicture> DecodePicture(const ByteSource& source, std::uint64_t off
         else
             DecodeUncompressed(decode, format.bitDepth);
         if (!decode.cursor.Health()) return Failure(WithPath(decode.cursor.Health().error(), source.Path()));
-        if (!decode.writer.InRange())
+        if (!decode.writer.InRange() || !FitsRaster(format))
             return Fail(ErrorKind::TooLarge, source.Path(), offset,
                         "the picture (" + SizeText(format) + ") is too large to show");
         decoded.consumed = decode.cursor.Consumed();

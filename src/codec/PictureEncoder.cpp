@@ -1,16 +1,18 @@
 #include "codec/PictureEncoder.h"
 
 #include <algorithm>
+#include <bit>
 #include <cassert>
+#include <memory>
 
+#include "codec/CellNumber.h"
 #include "codec/PixelFormats.h"
 
 namespace pictavo {
 
 namespace {
 
-constexpr std::uint8_t kOpaque = 255;
-constexpr std::uint8_t kLeastOpaqueAlpha = 127;  // of a picture with alpha that goes to a format without
+constexpr std::uint32_t kLeastOpaqueAlpha = 127;  // of a picture with alpha that goes to a format without
 constexpr std::size_t kLongestGroup = 127;
 
 /// How a cell's transparency goes over to the target format.
@@ -22,33 +24,56 @@ AlphaRule RuleFor(bool rasterHasAlpha, bool targetHasAlpha) {
 }
 
 template <AlphaRule Rule>
-Cell Applied(Cell cell) {
-    if constexpr (Rule == AlphaRule::MarkTransparent) {
-        const bool isTransparent = cell.a < kLeastOpaqueAlpha;
-        cell.a = 0;
-        return isTransparent ? kTransparentMarker : cell;
-    }
-    if constexpr (Rule == AlphaRule::MakeOpaque) cell.a = IsMarkerColour(cell) ? 0 : kOpaque;
-    if constexpr (Rule == AlphaRule::Drop) cell.a = 0;
+std::uint32_t Applied(std::uint32_t cell) {
+    const std::uint32_t colour = cell & kColourBits;
+    if constexpr (Rule == AlphaRule::MarkTransparent)
+        return cell >> 24 < kLeastOpaqueAlpha ? kMarkerNumber : colour;
+    if constexpr (Rule == AlphaRule::MakeOpaque) return IsMarkerNumber(cell) ? colour : colour | kAlphaBits;
+    if constexpr (Rule == AlphaRule::Drop) return colour;
     return cell;
 }
+
+template <AlphaRule Rule>
+void ApplyTo(const Cell* from, Cell* __restrict to, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) StoreCellNumber(to + i, Applied<Rule>(CellNumber(from + i)));
+}
+
+/// Room for values that are all written before they are read.
+template <typename Value>
+class Scratch {
+  public:
+    explicit Scratch(std::size_t size)
+        : values_(std::make_unique_for_overwrite<Value[]>(size)), size_(size) {}
+
+    Value* data() { return values_.get(); }
+    const Value* data() const { return values_.get(); }
+    std::size_t size() const { return size_; }
+
+  private:
+    std::unique_ptr<Value[]> values_;
+    std::size_t size_;
+};
+
+using Cells = Scratch<Cell>;
 
 /// The picture's cells in row order, `rows` rows of them, with the transparency rule applied. Cells that the
 /// Raster does not have are zero.
 template <AlphaRule Rule>
-std::vector<Cell> CellsUnder(const Picture& picture, int rows) {
+Cells CellsUnder(const Picture& picture, int rows) {
     const auto width = static_cast<std::size_t>(std::max(picture.width, 0));
     const auto inRaster = std::min<std::size_t>(width, Raster::kColumns);
-    std::vector<Cell> cells(width * static_cast<std::size_t>(std::max(rows, 0)));
-    for (int y = 0; y < std::min(rows, Raster::kRows); ++y) {
-        const Cell* from = picture.raster.From(0, y);
-        std::transform(from, from + inRaster, cells.data() + width * static_cast<std::size_t>(y),
-                       Applied<Rule>);
+    Cells cells(width * static_cast<std::size_t>(std::max(rows, 0)));
+    Cell* to = cells.data();
+    for (int y = 0; y < rows; ++y) {
+        const std::size_t taken = y < Raster::kRows ? inRaster : 0;
+        if (taken > 0) ApplyTo<Rule>(picture.raster.From(0, y), to, taken);
+        std::fill(to + taken, to + width, Cell{});
+        to += width;
     }
     return cells;
 }
 
-std::vector<Cell> PreparedCells(const Picture& picture, int rows, AlphaRule rule) {
+Cells PreparedCells(const Picture& picture, int rows, AlphaRule rule) {
     switch (rule) {
         case AlphaRule::Keep:
             return CellsUnder<AlphaRule::Keep>(picture, rows);
@@ -56,19 +81,19 @@ std::vector<Cell> PreparedCells(const Picture& picture, int rows, AlphaRule rule
             return CellsUnder<AlphaRule::MarkTransparent>(picture, rows);
         case AlphaRule::MakeOpaque:
             return CellsUnder<AlphaRule::MakeOpaque>(picture, rows);
-        case AlphaRule::Drop:
+        default:
             return CellsUnder<AlphaRule::Drop>(picture, rows);
     }
-    return {};
 }
 
-Bytes EncodeBits(const Picture& picture) {
+/// Each row is filled up to whole bytes.
+Bytes EncodeBits(const Cells& cells, int width) {
     Bytes stored;
-    for (int y = 0; y < picture.height; ++y) {
-        for (int x = 0; x < picture.width; x += 8) {
+    for (const Cell* row = cells.data(); row != cells.data() + cells.size(); row += width) {
+        for (int x = 0; x < width; x += 8) {
             unsigned byte = 0;
-            for (int bit = 0; bit < std::min(8, picture.width - x); ++bit)
-                byte |= Pixels1::QuantiseOne(picture.raster.At(x + bit, y)) << (7 - bit);
+            for (int bit = 0; bit < std::min(8, width - x); ++bit)
+                byte |= Pixels1::QuantiseOne(row[x + bit]) << (7 - bit);
             stored.push_back(static_cast<std::uint8_t>(byte));
         }
     }
@@ -76,42 +101,83 @@ Bytes EncodeBits(const Picture& picture) {
 }
 
 template <typename Pixels>
-Bytes EncodeUnits(const std::vector<Cell>& cells) {
+Bytes EncodeUnits(const Cells& cells) {
     Bytes stored(cells.size() * Pixels::kBytes);
     Pixels::Quantise(cells.data(), stored.data(), cells.size());
     return stored;
 }
 
+/// Which cells equal the cell behind them, asked for a stretch at a time.
+class Neighbours {
+  public:
+    explicit Neighbours(const Cells& cells) : equals_(cells.size() + kWord) {
+        Compare(cells.data(), equals_.data(), cells.size() - 1);
+        std::fill_n(equals_.data() + cells.size() - 1, kWord + 1, std::uint8_t{0});
+    }
+
+    /// How many cells from `at` on equal their neighbour; `most` or more count as `most`.
+    std::size_t EqualFrom(std::size_t at, std::size_t most) const { return Stretch<kAllOnes>(at, most); }
+    std::size_t DifferentFrom(std::size_t at, std::size_t most) const { return Stretch<0>(at, most); }
+
+  private:
+    static void Compare(const Cell* cells, std::uint8_t* __restrict equals, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i)
+            equals[i] = CellNumber(cells + i) == CellNumber(cells + i + 1) ? 1 : 0;
+    }
+
+    static constexpr std::size_t kWord = sizeof(std::uint64_t);
+    static constexpr std::uint64_t kAllOnes = 0x0101010101010101U;
+
+    /// Eight answers at once: the first byte that is not as in `Wanted` ends the stretch.
+    template <std::uint64_t Wanted>
+    std::size_t Stretch(std::size_t at, std::size_t most) const {
+        for (std::size_t count = 0; count < most; count += kWord) {
+            std::uint64_t word = 0;
+            std::memcpy(&word, equals_.data() + at + count, kWord);
+            if (word != Wanted)
+                return std::min(most, count + static_cast<std::size_t>(std::countr_zero(word ^ Wanted)) / 8);
+        }
+        return most;
+    }
+
+    static_assert(std::endian::native == std::endian::little, "the first answer is the lowest byte here");
+    Scratch<std::uint8_t> equals_;
+};
+
 /// The groups of a compressed picture as bytes.
 template <typename Pixels>
 class GroupWriter {
   public:
-    explicit GroupWriter(std::size_t pixels) : stored_(2 * pixels * Pixels::kBytes + 16) {}
+    explicit GroupWriter(const Cells& cells)
+        : units_(cells.size() * Pixels::kBytes), stored_(2 * units_.size() + kClosing) {
+        Pixels::Quantise(cells.data(), units_.data(), cells.size());
+    }
 
-    void Run(std::size_t count, const Cell& cell) {
+    void Run(std::size_t count, std::size_t cell) {
         Control(count);
-        Append(&cell, 1);
+        Append(cell, 1);
     }
 
-    void Literals(const Cell* cells, std::size_t count) {
+    void Literals(std::size_t cell, std::size_t count) {
         Control(256 - count);
-        Append(cells, count);
+        Append(cell, count);
     }
 
-    void Append(const Cell* cells, std::size_t count) {
-        Pixels::Quantise(cells, stored_.data() + length_, count);
+    void Append(std::size_t cell, std::size_t count) {
+        std::memcpy(stored_.data() + length_, units_.data() + cell * Pixels::kBytes, count * Pixels::kBytes);
         length_ += count * Pixels::kBytes;
     }
 
-    Bytes Take() {
-        stored_.resize(length_);
-        return std::move(stored_);
-    }
+    Bytes Take() const { return Bytes(stored_.data(), stored_.data() + length_); }
 
   private:
-    void Control(std::size_t value) { stored_[length_++] = static_cast<std::uint8_t>(value); }
+    static constexpr std::size_t kClosing = 16;
 
-    Bytes stored_;  // as long as the groups can ever become: each takes a control byte and a pixel or more
+    void Control(std::size_t value) { stored_.data()[length_++] = static_cast<std::uint8_t>(value); }
+
+    Scratch<std::uint8_t> units_;  // every cell in its stored form
+    Scratch<std::uint8_t>
+        stored_;  // as long as the groups can become: a control byte and a pixel or more each
     std::size_t length_ = 0;
 };
 
@@ -120,8 +186,7 @@ class GroupWriter {
 template <typename Pixels>
 class GroupScan {
   public:
-    explicit GroupScan(const std::vector<Cell>& cells)
-        : cells_(cells), last_(cells.size() - 1), writer_(cells.size()) {}
+    explicit GroupScan(const Cells& cells) : neighbours_(cells), last_(cells.size() - 1), writer_(cells) {}
 
     Bytes Encode() {
         while (at_ < last_) {
@@ -138,50 +203,46 @@ class GroupScan {
   private:
     /// Equal cells from here on, at most a group of them, short of the last cell.
     std::size_t RunLength() const {
-        std::size_t run = 1;
-        while (run < kLongestGroup && at_ + run < last_ && cells_[at_ + run] == cells_[at_]) ++run;
-        return run;
+        return 1 + neighbours_.EqualFrom(at_, std::min(kLongestGroup, last_ - at_) - 1);
     }
 
-    /// Different neighbours from here on, at most a group of them; stops before the first of two equal ones.
+    /// Different neighbours from here on, at most a group of them, short of the last cell; stops before the
+    /// first of two equal ones.
     std::size_t LiteralLength() const {
-        std::size_t count = 1;
-        while (count < kLongestGroup && at_ + count + 1 < last_ &&
-               cells_[at_ + count] != cells_[at_ + count + 1])
-            ++count;
-        return count;
+        return 1 + neighbours_.DifferentFrom(
+                       at_ + 1, std::min(kLongestGroup, std::max(last_ - at_, std::size_t{2}) - 1) - 1);
     }
 
     void TakeRun(std::size_t run) {
-        writer_.Run(run, cells_[at_]);
+        writer_.Run(run, at_);
         at_ += run;
     }
 
     /// False when the literals met the end and closed the stream.
     bool TakeLiterals() {
         const std::size_t count = LiteralLength();
-        writer_.Literals(&cells_[at_], count);
+        writer_.Literals(at_, count);
         at_ += count;
         const bool closes = count < kLongestGroup && at_ + 1 == last_;
-        if (closes) writer_.Append(&cells_[last_], 1);
+        if (closes) writer_.Append(last_, 1);
         return !closes;
     }
 
     /// Kept: the closing run counts one more than the cells it was found for.
     Bytes CloseRun(std::size_t run) {
-        writer_.Run(run + 1, cells_[at_]);
+        writer_.Run(run + 1, at_);
         return writer_.Take();
     }
 
-    const std::vector<Cell>& cells_;
+    const Neighbours neighbours_;
     const std::size_t last_;
     GroupWriter<Pixels> writer_;
     std::size_t at_ = 0;
 };
 
 template <typename Pixels>
-Bytes EncodeGroups(const std::vector<Cell>& cells) {
-    return cells.empty() ? Bytes() : GroupScan<Pixels>(cells).Encode();
+Bytes EncodeGroups(const Cells& cells) {
+    return cells.size() == 0 ? Bytes() : GroupScan<Pixels>(cells).Encode();
 }
 
 }  // namespace
@@ -203,11 +264,12 @@ bool CanEncode(std::uint8_t typeCode) {
 
 Bytes EncodePicture(const Picture& picture, std::uint8_t typeCode) {
     assert(CanEncode(typeCode));
-    if (typeCode == kType1Bit) return EncodeBits(picture);
     const int extraRows = IsCompressed(typeCode) ? 1 : 0;
     const AlphaRule rule = RuleFor(picture.RasterHasAlpha, BitDepthOf(typeCode) == 24);
-    const std::vector<Cell> cells = PreparedCells(picture, picture.height + extraRows, rule);
+    const Cells cells = PreparedCells(picture, picture.height + extraRows, rule);
     switch (typeCode) {
+        case kType1Bit:
+            return EncodeBits(cells, picture.width);
         case kType8Bit:
             return EncodeUnits<Pixels8>(cells);
         case kType16Bit:

@@ -1,5 +1,7 @@
 #include "codec/PixelFormats.h"
 
+#include "codec/CellNumber.h"
+
 namespace pictavo {
 
 namespace {
@@ -22,20 +24,6 @@ constexpr auto kCellsOfBits = Tabulate<256>([](int value) {
     return cells;
 });
 
-// Shares of a stored value, each at its place in it.
-constexpr auto kRed8 =
-    Tabulate<256>([](int v) { return static_cast<std::uint8_t>(ramp::Scale(v, 255, 7) << 5); });
-constexpr auto kGreen8 =
-    Tabulate<256>([](int v) { return static_cast<std::uint8_t>(ramp::Scale(v, 255, 7) << 2); });
-constexpr auto kBlue8 =
-    Tabulate<256>([](int v) { return static_cast<std::uint8_t>(ramp::Scale(v, 255, 3)); });
-constexpr auto kRed16 =
-    Tabulate<256>([](int v) { return static_cast<std::uint16_t>(ramp::Scale(v, 255, 31) << 11); });
-constexpr auto kGreen16 =
-    Tabulate<256>([](int v) { return static_cast<std::uint16_t>(ramp::Scale(v, 255, 63) << 5); });
-constexpr auto kBlue16 =
-    Tabulate<256>([](int v) { return static_cast<std::uint16_t>(ramp::Scale(v, 255, 31)); });
-
 /// ramp::Scale from 31 and from 63 to 255, in multiplications that fit 16 bits so that the compiler can take
 /// eight pixels at once. PixelFormats_test compares every value.
 constexpr std::uint16_t Wide5(unsigned value) {
@@ -45,18 +33,26 @@ constexpr std::uint16_t Wide6(unsigned value) {
     return static_cast<std::uint16_t>((value * 259U + 33U) >> 6);
 }
 
-/// A cell as one number with red lowest, as it lies in memory.
-static_assert(std::endian::native == std::endian::little, "cells are stored as little-endian numbers here");
-constexpr std::uint32_t kMarkerNumber = std::bit_cast<std::uint32_t>(kTransparentMarker);
+/// ramp::Scale from 255 to 3, 7, 31 and 63, likewise.
+constexpr std::uint32_t Narrow2(std::uint32_t value) {
+    return (value * 3U + 129U) >> 8;
+}
+constexpr std::uint32_t Narrow3(std::uint32_t value) {
+    return (value * 225U + 4060U) >> 13;
+}
+
+/// The same to 31 for red and blue at once, each in its own half of a number, and to 63 for green; all three
+/// end up where the stored word has them.
+constexpr std::uint32_t Narrow565(std::uint32_t cell) {
+    const std::uint32_t redAndBlue = (cell & 0xFF00FFU) * 249U + 0x03F603F6U;
+    const std::uint32_t green = (cell >> 8 & 0xFFU) * 253U + 505U;
+    return (redAndBlue & 0xF800U) | (green >> 5 & 0x07E0U) | redAndBlue >> 27;
+}
 
 std::uint16_t WordAt(const std::uint8_t* stored, std::size_t index) {
     std::uint16_t word = 0;
     std::memcpy(&word, stored + 2 * index, sizeof word);
     return word;
-}
-
-void StoreCell(Cell* cells, std::size_t index, std::uint32_t number) {
-    cells[index] = std::bit_cast<Cell>(number);
 }
 
 std::uint32_t SwapRedAndBlue(std::uint32_t number) {
@@ -80,11 +76,12 @@ void Pixels8::Expand(const std::uint8_t* stored, Cell* cells, std::size_t count)
     for (std::size_t i = 0; i < count; ++i) cells[i] = kCellOfByte[stored[i]];
 }
 
-void Pixels8::Quantise(const Cell* cells, std::uint8_t* stored, std::size_t count) {
+void Pixels8::Quantise(const Cell* cells, std::uint8_t* __restrict stored, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
-        const Cell& cell = cells[i];
-        const auto value = static_cast<std::uint8_t>(kRed8[cell.r] | kGreen8[cell.g] | kBlue8[cell.b]);
-        stored[i] = IsMarkerColour(cell) ? kTransparent : value;
+        const std::uint32_t number = CellNumber(cells + i);
+        const std::uint32_t value =
+            Narrow3(number & 0xFFU) << 5 | Narrow3(number >> 8 & 0xFFU) << 2 | Narrow2(number >> 16 & 0xFFU);
+        stored[i] = static_cast<std::uint8_t>(IsMarkerNumber(number) ? kTransparent : value);
     }
 }
 
@@ -98,15 +95,15 @@ void Pixels16::Expand(const std::uint8_t* stored, Cell* cells, std::size_t count
         const std::uint32_t number = static_cast<std::uint32_t>(Wide5(word >> 11U)) |
                                      static_cast<std::uint32_t>(Wide6(word >> 5U & 63U)) << 8 |
                                      static_cast<std::uint32_t>(Wide5(word & 31U)) << 16;
-        StoreCell(cells, i, word == kTransparent ? kMarkerNumber : number);
+        StoreCellNumber(cells + i, word == kTransparent ? kMarkerNumber : number);
     }
 }
 
-void Pixels16::Quantise(const Cell* cells, std::uint8_t* stored, std::size_t count) {
+void Pixels16::Quantise(const Cell* cells, std::uint8_t* __restrict stored, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
-        const Cell& cell = cells[i];
-        const auto value = static_cast<std::uint16_t>(kRed16[cell.r] | kGreen16[cell.g] | kBlue16[cell.b]);
-        const std::uint16_t word = IsMarkerColour(cell) ? kTransparent : value;
+        const std::uint32_t number = CellNumber(cells + i);
+        const auto word =
+            static_cast<std::uint16_t>(IsMarkerNumber(number) ? kTransparent : Narrow565(number));
         std::memcpy(stored + 2 * i, &word, sizeof word);
     }
 }

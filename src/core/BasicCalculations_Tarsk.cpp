@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <optional>
 
@@ -108,11 +109,11 @@ Result<std::int16_t> BitsToNumber(std::string_view bits) {
 Result<std::string> NumberText(std::string_view text) {
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size())
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
         return Fail(ErrorKind::Malformed, "\"" + std::string(text) + "\" is no number");
     std::array<char, 512> digits{};
     const auto written =
-        std::to_chars(digits.begin(), digits.end(), value < 0 ? -value : value, std::chars_format::fixed);
+        std::to_chars(digits.begin(), digits.end(), std::abs(value), std::chars_format::fixed);
     return std::string(digits.begin(), written.ptr);
 }
 

@@ -41,6 +41,17 @@ Question AlphaQuestion(const LanguageTable& texts) {
     return {Asked::SaveWithAlpha, "", texts.str_SalCh + "?", {}};
 }
 
+Notice MissingFile(const LanguageTable& texts, const std::filesystem::path& path, MissingForm form) {
+    const std::string sentence = texts.str_fnExi + "!";
+    switch (form) {
+        case MissingForm::PathThenText:
+            return {"", PathText(path) + kLineBreak + sentence};
+        case MissingForm::TextThenPath:
+            return {"", sentence + kLineBreak + PathText(path)};
+    }
+    return {};
+}
+
 Notice Completion(const LanguageTable& texts) {
     return {"", texts.str_Succes};
 }
@@ -48,7 +59,7 @@ Notice Completion(const LanguageTable& texts) {
 std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error) {
     switch (error.kind) {
         case ErrorKind::FileMissing:
-            return {{"", texts.str_fnExi + "!" + kLineBreak + PathText(error.path)}};
+            return {MissingFile(texts, error.path, MissingForm::PathThenText)};
         case ErrorKind::ConverterMissing:
             return {{"nConvert", texts.str_fnExi + "!"}};
         case ErrorKind::NoGpf:

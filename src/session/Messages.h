@@ -17,6 +17,14 @@ Question CompressQuestion(const LanguageTable& texts);
 Question Gpf2Question(const LanguageTable& texts);
 Question AlphaQuestion(const LanguageTable& texts);
 
+/// The forms in which commands tell that a file can not be opened.
+enum class MissingForm {
+    PathThenText,  ///< path, carriage return, text and "!": most of them
+    TextThenPath,  ///< text and "!", carriage return, path: replacing a picture
+};
+
+Notice MissingFile(const LanguageTable& texts, const std::filesystem::path& path, MissingForm form);
+
 Notice Completion(const LanguageTable& texts);
 
 /// The box, or in the case of a file that is no GPF the two boxes, that tell an error.

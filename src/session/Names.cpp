@@ -1,6 +1,10 @@
 #include "session/Names.h"
 
+#include <algorithm>
+#include <cctype>
+
 #include "core/BasicCalculations_Tarsk.h"
+#include "session/Messages.h"
 
 namespace pictavo {
 
@@ -34,6 +38,15 @@ std::filesystem::path WithoutTail(const std::filesystem::path& name) {
     using Unit = std::make_unsigned_t<std::filesystem::path::value_type>;
     while (!text.empty() && static_cast<Unit>(text.back()) < kFirstKeptCode) text.pop_back();
     return text;
+}
+
+std::filesystem::path WithExtensionOfAnyCase(const std::filesystem::path& name,
+                                             const std::string& extension) {
+    std::string end = PathText(name);
+    if (end.size() > extension.size()) end.erase(0, end.size() - extension.size());
+    std::transform(end.begin(), end.end(), end.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return end == extension ? name : Appended(name, extension);
 }
 
 std::filesystem::path WithExtension(const std::filesystem::path& name, const std::string& extension) {

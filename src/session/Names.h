@@ -16,7 +16,10 @@ std::string NumberName(const AppSettings& settings, int number);
 /// Kept: trailing characters with a code below 41 are cut off a name that was typed ("Hello!" gives "Hello").
 std::filesystem::path WithoutTail(const std::filesystem::path& name);
 
-/// `name` with `extension` appended unless it ends in exactly that; upper case does not count.
+/// `name` with `extension` appended unless it ends in that, in whatever case.
+std::filesystem::path WithExtensionOfAnyCase(const std::filesystem::path& name, const std::string& extension);
+
+/// Kept: `name` with `extension` appended unless it ends in exactly that ("X.VKP" gives "X.VKP.vkp").
 std::filesystem::path WithExtension(const std::filesystem::path& name, const std::string& extension);
 
 /// What a GPF chooser's answer becomes. Kept: for GPF2 a "2" is appended unless the name ends in "2"; kept: a

@@ -36,8 +36,8 @@ Result<std::filesystem::path> Convert(const Session& session, ProcessRunner& pro
     RemoveWorkFile(output);
     processes.RunAndWait(session.Converter(), Arguments(format, withAlpha, output, input));
     if (!FileMissing(output)) return output;
-    return Fail(ErrorKind::ConverterFailed, input,
-                "the converter " + PathText(session.Converter()) + " wrote no output for it");
+    return Fail(ErrorKind::ConverterFailed,
+                "the converter " + PathText(session.Converter()) + " wrote no output");
 }
 
 }  // namespace

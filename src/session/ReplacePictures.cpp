@@ -98,6 +98,11 @@ void NoteProblem(const Session& session, Ports& ports, const Error& error, int n
     outcome.problems.push_back({error, number});
 }
 
+Outcome RefuseMissing(const Session& session, Ports& ports, const std::filesystem::path& path) {
+    ports.prompts.Tell(MissingFile(session.texts, path, MissingForm::TextThenPath));
+    return Outcome::Refused({ErrorKind::FileMissing, path, std::nullopt, "can not be opened"});
+}
+
 }  // namespace
 
 Outcome ReplacePicture(Session& session, Ports& ports, std::size_t index, std::uint8_t typeCode) {
@@ -109,6 +114,7 @@ Outcome ReplacePicture(Session& session, Ports& ports, std::size_t index, std::u
 Outcome ReplaceFrom(Session& session, Ports& ports, std::size_t index, const std::filesystem::path& path,
                     std::uint8_t typeCode) {
     session.pictureNumber = session.rows[index].number;
+    if (FileMissing(path)) return RefuseMissing(session, ports, path);
     if (const Status status = Replace(session, ports, index, path, typeCode); !status)
         return Refuse(session, ports, status.error());
     session.savePatchEnabled = true;

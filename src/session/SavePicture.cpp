@@ -14,10 +14,10 @@ namespace pictavo {
 
 namespace {
 
-/// The commands that save the one picture need one.
-Status CheckShown(const Session& session) {
-    if (session.shown.isShown) return {};
-    return Fail(ErrorKind::NoSuchPicture, "no picture is shown that could be saved");
+/// Without a box: the frame's line says why there is no picture.
+Outcome NothingToSave() {
+    return Outcome::Refused(
+        {ErrorKind::NoSuchPicture, {}, std::nullopt, "no picture is shown that could be saved"});
 }
 
 FileChoice BmpChoice(const LanguageTable& texts) {
@@ -86,9 +86,9 @@ Status ConvertAndCopy(const Session& session, ProcessRunner& processes, const st
 /// The temporary files go whether it succeeds or not.
 Status WritePng(const Session& session, ProcessRunner& processes, const std::filesystem::path& path,
                 bool withAlpha, CommitMode mode) {
-    Status written = ConvertAndCopy(session, processes, path, withAlpha, mode);
+    const Status written = ConvertAndCopy(session, processes, path, withAlpha, mode);
     RemovePngTemporaries(session);
-    return written;
+    return written ? written : Failure(WithPath(written.error(), path));
 }
 
 bool AskAlpha(const Session& session, Ports& ports) {
@@ -102,7 +102,7 @@ bool AskGpf2(const Session& session, Ports& ports) {
 }
 
 Outcome SaveAsGpf(Session& session, Ports& ports, std::uint8_t typeCode) {
-    if (const Status shown = CheckShown(session); !shown) return Refuse(session, ports, shown.error());
+    if (!session.shown.isShown) return NothingToSave();
     const bool wantsGpf2 = AskGpf2(session, ports);
     const std::filesystem::path answer = ports.prompts.ChooseSave(GpfChoice(session, wantsGpf2));
     if (answer.empty()) return Outcome::Cancelled();
@@ -124,11 +124,11 @@ Outcome SaveGpfTo(Session& session, Ports& ports, const std::filesystem::path& p
 }
 
 Outcome SaveAsBmp(Session& session, Ports& ports) {
-    if (const Status shown = CheckShown(session); !shown) return Refuse(session, ports, shown.error());
+    if (!session.shown.isShown) return NothingToSave();
     const bool withAlpha = AskAlpha(session, ports);
     const std::filesystem::path answer = ports.prompts.ChooseSave(BmpChoice(session.texts));
     if (answer.empty()) return Outcome::Cancelled();
-    return SaveBmpTo(session, ports, WithExtension(WithoutTail(answer), ".bmp"), withAlpha);
+    return SaveBmpTo(session, ports, WithExtensionOfAnyCase(answer, ".bmp"), withAlpha);
 }
 
 Outcome SaveBmpTo(Session& session, Ports& ports, const std::filesystem::path& path, bool withAlpha,
@@ -141,11 +141,11 @@ Outcome SaveBmpTo(Session& session, Ports& ports, const std::filesystem::path& p
 Outcome SaveAsPng(Session& session, Ports& ports) {
     if (const Status converter = CheckConverter(session); !converter)
         return Refuse(session, ports, converter.error());
-    if (const Status shown = CheckShown(session); !shown) return Refuse(session, ports, shown.error());
+    if (!session.shown.isShown) return NothingToSave();
     const bool withAlpha = AskAlpha(session, ports);
     const std::filesystem::path answer = ports.prompts.ChooseSave(PngChoice(session.texts));
     if (answer.empty()) return Outcome::Cancelled();
-    return SavePngTo(session, ports, WithExtension(WithoutTail(answer), ".png"), withAlpha);
+    return SavePngTo(session, ports, WithExtensionOfAnyCase(answer, ".png"), withAlpha);
 }
 
 Outcome SavePngTo(Session& session, Ports& ports, const std::filesystem::path& path, bool withAlpha,

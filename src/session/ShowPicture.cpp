@@ -35,9 +35,19 @@ Status ShowFlashPicture(Session& session, const PictureRecord& row) {
         ShowDecoded(session.shown, number, format, *decoded);
         return {};
     }
+    session.picture.bitDepth = format.bitDepth;
     NothingShown(session.shown, number + " :: " + SizeText(format),
                  ReasonText(session.texts, decoded.error()));
     return Failure(WithPath(decoded.error(), session.flash.source->Path()));
+}
+
+/// A file that is no GPF changed nothing: what was shown before still is.
+void ShowFailedGpf(Session& session, const ByteSource& source, const Error& error) {
+    if (error.kind != ErrorKind::TooLarge && error.kind != ErrorKind::ReadFailed) return;
+    const auto header = ReadGpfHeader(source);
+    if (!header) return NothingShown(session.shown, PathText(source.Path().filename()), error.detail);
+    NothingShown(session.shown, std::to_string(header->number) + " :: " + SizeText(GpfPictureFormat(*header)),
+                 ReasonText(session.texts, error));
 }
 
 }  // namespace
@@ -68,11 +78,7 @@ Result<LoadedGpf> LoadGPFfile(Session& session, const std::filesystem::path& pat
                     loaded->decoded);
         return loaded;
     }
-    // A file that is no GPF changed nothing: what was shown before still is.
-    const bool decodeFailed =
-        loaded.error().kind == ErrorKind::TooLarge || loaded.error().kind == ErrorKind::ReadFailed;
-    if (decodeFailed)
-        NothingShown(session.shown, PathText(path.filename()), ReasonText(session.texts, loaded.error()));
+    if (source) ShowFailedGpf(session, **source, loaded.error());
     return Failure(WithPath(loaded.error(), path));
 }
 

@@ -48,6 +48,12 @@ TEST(PictureEncoder, WithoutAlphaOnlyTheMarkerIsTransparentIn24Bits) {
     EXPECT_EQ(EncodedPixel({1, 2, 3, 99}, false, kType24Bit), (Bytes{3, 2, 1, 255}));
 }
 
+TEST(PictureEncoder, TransparentPixelsOfAPictureWithAlphaAreWhiteIn1Bit) {
+    Picture picture = Make(4, 1, {{0, 0, 0, 126}, {0, 0, 0, 127}, {255, 255, 255, 0}, {0, 0, 0, 255}});
+    picture.RasterHasAlpha = true;
+    EXPECT_EQ(EncodePicture(picture, kType1Bit), Bytes{0x50});
+}
+
 TEST(PictureEncoder, TheMarkerTakesTheTransparentValueOf8And16Bits) {
     EXPECT_EQ(EncodedPixel(kTransparentMarker, false, kType8Bit), Bytes{0xC0});
     EXPECT_EQ(EncodedPixel(kTransparentMarker, false, kType16Bit), (Bytes{0x00, 0xE0}));

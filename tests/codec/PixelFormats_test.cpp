@@ -99,6 +99,31 @@ TEST(Pixels16, KeptAColourThatRoundsToE000BecomesTransparent) {
     EXPECT_EQ(Quantised<Pixels16>({169, 171, 169, 0}), 0xE000U);
 }
 
+template <typename Pixels>
+void ExpectARowQuantisesAsOnePixelAtATime() {
+    std::vector<Cell> cells;
+    for (unsigned i = 0; i < 256 * 8; ++i) {
+        const auto level = [i](unsigned step) { return static_cast<std::uint8_t>(i * step + (i >> 8) * 31); };
+        cells.push_back({level(1), level(3), level(7), level(5)});
+        if (i % 100 == 0) cells.push_back({169, 171, 169, level(1)});
+    }
+    Bytes stored(cells.size() * Pixels::kBytes);
+    Pixels::Quantise(cells.data(), stored.data(), cells.size());
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        unsigned value = 0;
+        std::memcpy(&value, &stored[i * Pixels::kBytes], Pixels::kBytes);
+        ASSERT_EQ(value, Pixels::QuantiseOne(cells[i])) << i;
+    }
+}
+
+TEST(Pixels8, ARowOfEveryLevelIsStoredAsOnePixelAtATimeWouldBe) {
+    ExpectARowQuantisesAsOnePixelAtATime<Pixels8>();
+}
+
+TEST(Pixels16, ARowOfEveryLevelIsStoredAsOnePixelAtATimeWouldBe) {
+    ExpectARowQuantisesAsOnePixelAtATime<Pixels16>();
+}
+
 TEST(Pixels16, ALongRowIsTreatedAsOnePixelAtATimeWouldBe) {
     Bytes stored;
     for (unsigned value = 0; value < 65536; value += 7) {

@@ -132,10 +132,11 @@ TEST(NumberText, IsThePlainDecimalForm) {
 
 TEST(NumberText, KeptTheSignIsLost) {
     EXPECT_EQ(NumberText("-12"), std::string("12"));
+    EXPECT_EQ(NumberText("-0"), std::string("0"));
 }
 
 TEST(NumberText, ATextThatIsNoNumberIsRefused) {
-    for (const char* text : {"", "abc", "12 pictures"})
+    for (const char* text : {"", "abc", "12 pictures", "inf", "nan"})
         EXPECT_EQ(KindOf(NumberText(text)), ErrorKind::Malformed) << text;
 }
 

@@ -77,12 +77,12 @@ TEST_F(PngConverterTest, WithoutConverterNothingIsRun) {
     EXPECT_TRUE(scripted.processes.calls.empty());
 }
 
-TEST_F(PngConverterTest, NoOutputIsAFailureThatNamesTheInputEvenWhenAnEarlierOutputWasThere) {
+TEST_F(PngConverterTest, NoOutputIsAFailureThatNamesTheConverterEvenWhenAnEarlierOutputWasThere) {
     WriteFile(session.workFiles.PngBitmap(), std::string("an earlier picture"));
     const auto bitmap = ToBitmap(2);
     ASSERT_FALSE(bitmap);
     EXPECT_EQ(bitmap.error().kind, ErrorKind::ConverterFailed);
-    EXPECT_EQ(bitmap.error().path, png);
+    EXPECT_NE(bitmap.error().detail.find(session.settings.nConvert), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(session.workFiles.PngBitmap()));
 }
 

@@ -90,6 +90,36 @@ TEST_F(ShowPictureTest, APictureTooWideForTheRasterIsNotShownAndTheCaptionSaysWh
     EXPECT_EQ(session.shown.caption, "0000 :: 250 x 2 :: LarPic!");
 }
 
+TEST_F(ShowPictureTest, ATypeOfNoBitDepthTakesThatOfAPictureThatWasTooLargeToShow) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    flash.AddPicture(250, 2, 0x08, Bytes(1000, 0)).AddPicture(1, 1, 0x02, {0x00, 0xF8});
+    Open(flash);
+    ASSERT_FALSE(ShowRow(session, 0));
+    ASSERT_TRUE(ShowRow(session, 1));
+    EXPECT_EQ(session.shown.caption, "0001 :: 1 x 1 :: 16bit :: uncompressed :: 2 bytes");
+}
+
+TEST_F(ShowPictureTest, ATooLargeGpfIsNotShownAndTheCaptionSaysWhy) {
+    Open(FourIcons());
+    const auto loaded = LoadGPFfile(session, WriteGpf2("a.gpf2", 250, 2, 0x05, Bytes(500, 0xE0)));
+    ASSERT_FALSE(loaded);
+    EXPECT_EQ(loaded.error().kind, ErrorKind::TooLarge);
+    EXPECT_EQ(session.shown.caption, "0 :: 250 x 2 :: LarPic!");
+}
+
+TEST_F(ShowPictureTest, AGpfThatEndsBeforeItsTooLargeSizeDoesIsNotShownEither) {
+    Open(FourIcons());
+    for (const int height : {1, 60000}) {
+        const auto width = static_cast<std::uint16_t>(height == 1 ? 242 : 1);
+        const auto path = WriteGpf2("a.gpf2", width, static_cast<std::uint16_t>(height), 0x85, {0x01, 0xE0});
+        const auto loaded = LoadGPFfile(session, path);
+        ASSERT_FALSE(loaded);
+        EXPECT_EQ(loaded.error().kind, ErrorKind::TooLarge);
+        EXPECT_FALSE(session.shown.isShown);
+        EXPECT_EQ(CellAt(0, 0), (Cell{255, 0, 0, 0}));
+    }
+}
+
 TEST_F(ShowPictureTest, AFileThatIsNoGpfLeavesWhatIsShown) {
     Open(FourIcons());
     ASSERT_TRUE(ShowRow(session, 1));

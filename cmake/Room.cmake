@@ -1,5 +1,5 @@
 # pictavo_room(NAME [libraries ...]): the static library of one folder under src/, made of every source file in it.
-# Includes are written from src/ on ("core/Bytes.h"); tests/LayeringTest holds the direction of the arrows.
+# Includes are written from src/ on ("core/Bytes.h"); tests/house/Layering_test.cpp holds the arrows' direction.
 
 function(pictavo_room name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.h)

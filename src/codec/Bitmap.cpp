@@ -56,12 +56,12 @@ std::uint8_t* PutRow24(const Cell* cells, int width, std::uint8_t* to) {
     return to;
 }
 
-std::uint8_t* PutRow32(const Picture& picture, const Cell* cells, std::uint8_t* to) {
-    const auto width = static_cast<std::size_t>(picture.width);
-    Pixels24::Quantise(cells, to, width);
+std::uint8_t* PutRow32(const Picture& picture, const Cell* cells, int width, std::uint8_t* to) {
+    const auto count = static_cast<std::size_t>(width);
+    Pixels24::Quantise(cells, to, count);
     if (!picture.RasterHasAlpha)
-        for (std::size_t x = 0; x < width; ++x) to[4 * x + 3] = FourthByte(picture, cells[x]);
-    return to + 4 * width;
+        for (std::size_t x = 0; x < count; ++x) to[4 * x + 3] = FourthByte(picture, cells[x]);
+    return to + 4 * count;
 }
 
 std::uint8_t* PutRowOfChannels(const Picture& picture, const Cell* cells, const ChannelFlags& flags,
@@ -75,14 +75,14 @@ std::uint8_t* PutRowOfChannels(const Picture& picture, const Cell* cells, const 
     return to;
 }
 
-void PutHeader(const Picture& picture, bool withAlpha, MutableByteView file) {
+void PutHeader(int width, int height, bool withAlpha, MutableByteView file) {
     file[0] = 'B';
     file[1] = 'M';
     PutLittleEndian32(file.subspan(2), static_cast<std::uint32_t>(file.size()));
     file[10] = kHeaderSize;
     file[14] = kInformationHeaderSize;
-    PutLittleEndian16(file.subspan(18), static_cast<std::uint16_t>(picture.width));
-    PutLittleEndian16(file.subspan(22), static_cast<std::uint16_t>(picture.height));
+    PutLittleEndian16(file.subspan(18), static_cast<std::uint16_t>(width));
+    PutLittleEndian16(file.subspan(22), static_cast<std::uint16_t>(height));
     file[26] = 1;
     file[28] = withAlpha ? 32 : 24;
     PutLittleEndian32(file.subspan(34), static_cast<std::uint32_t>(file.size() - kHeaderSize));
@@ -103,17 +103,19 @@ Bytes ComposeBitmap(const Picture& picture, bool withAlpha, const ChannelFlags& 
         if (flags.Any())
             to = PutRowOfChannels(picture, cells, flags, to);
         else
-            to = withAlpha ? PutRow32(picture, cells, to) : PutRow24(cells, width, to);
+            to = withAlpha ? PutRow32(picture, cells, width, to) : PutRow24(cells, width, to);
     }
-    PutHeader(picture, withAlpha, file);
+    PutHeader(width, height, withAlpha, file);
     return file;
 }
 
 Status CheckBitmapFilled(const ByteSource& source, const PictureFileInfo& info) {
     if (info.isCompressed) return {};
     const auto rowBytes = static_cast<std::uint64_t>((info.width * info.bitDepth + 31) / 32 * 4);
-    const std::uint64_t length = rowBytes * static_cast<std::uint64_t>(info.height);
-    if (info.pixelOffset <= source.Size() && length <= source.Size() - info.pixelOffset) return {};
+    const auto rows = static_cast<std::uint64_t>(info.height);
+    const std::uint64_t left = source.Size() - std::min(info.pixelOffset, source.Size());
+    const bool areRowsThere = rowBytes == 0 || rows <= left / rowBytes;  // rows * rowBytes may pass 64 bits
+    if (info.pixelOffset <= source.Size() && areRowsThere) return {};
     return Fail(ErrorKind::Truncated, source.Path(), info.pixelOffset,
                 "the file ends before the last row of its pixels");
 }

@@ -11,7 +11,8 @@
 namespace pictavo {
 
 /// The picture as a bitmap of 24 bits, or of 32 with `withAlpha`. The fourth byte of a 32-bit pixel is its
-/// alpha when RasterHasAlpha, else 0 for the transparent marker and 255 for any other colour.
+/// alpha when RasterHasAlpha, else 0 for the transparent marker and 255 for any other colour. A width or
+/// height below 0 counts as 0.
 ///
 /// With channel flags, colours that are not flagged become 00, and so does the fourth byte without the alpha
 /// flag. Kept: with flags a 24-bit file holds four bytes a pixel all the same, and its row padding behind
@@ -23,7 +24,7 @@ Bytes ComposeBitmap(const Picture& picture, bool withAlpha, const ChannelFlags& 
 Result<ImportedPixels> ReadBitmap32(const ByteSource& source, const PictureFileInfo& info);
 
 /// Fails with Truncated when an uncompressed bitmap ends before its last row, and with ReadFailed. A
-/// compressed one is left to whoever reads it.
+/// compressed one is left to whoever reads it, and so is one of 0 bits per pixel.
 Status CheckBitmapFilled(const ByteSource& source, const PictureFileInfo& info);
 
 }  // namespace pictavo

@@ -49,6 +49,9 @@ bool OptionPrompts::Confirm(const Question& question) {
             return false;
         case Asked::SaveWithAlpha:
             return true;
+        case Asked::ApplyToAll:
+        case Asked::RegisterTypes:
+            return false;
     }
     return false;
 }

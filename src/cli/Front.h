@@ -32,6 +32,7 @@ class OptionPrompts final : public Prompts {
     std::filesystem::path ChooseOpen(const FileChoice&) override { return {}; }
     std::filesystem::path ChooseSave(const FileChoice&) override { return {}; }
     std::filesystem::path ChooseFolder(const std::string&) override { return {}; }
+    std::optional<SaveCommand> ChooseSaveCommand() override { return std::nullopt; }
 
   private:
     std::vector<std::filesystem::path> kept_;

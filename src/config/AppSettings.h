@@ -38,4 +38,16 @@ Result<AppSettings> ReadAppSettings(const ByteSource& source, AppSettings initia
 /// The same from a file; a missing one gives `initial`.
 Result<AppSettings> LoadAppSettings(const std::filesystem::path& path, AppSettings initial);
 
+/// Writes the whole file, keys in the order of the table, recent files only where they are shown. The old
+/// file stays until the new one stands complete, synced to the disk.
+Status SaveAppSettings(const std::filesystem::path& path, const AppSettings& settings);
+
+/// Kept: adds the lines of the recent files that are shown behind what the file holds, which so grows until
+/// it is written anew. The old file stays until the new one stands complete.
+Status AppendRecentFiles(const std::filesystem::path& path, const AppSettings& settings);
+
+/// Puts a path at the top of the recent files. Kept: of the others only the third is compared with the first,
+/// so opening B with C, B, A shown gives B, C and drops A.
+void NoteRecentFile(AppSettings& settings, const std::string& path);
+
 }  // namespace pictavo

@@ -3,6 +3,7 @@
 /// The texts of the messages and captions, as a language file supplies them. A message without a text is
 /// empty; what is composed around it (a path, "!", "?") still appears.
 
+#include <map>
 #include <string>
 
 namespace pictavo {
@@ -46,6 +47,11 @@ struct LanguageTable {
     std::string cap_mnSPNG = "Save as PNG";
     std::string cap_mnLoad = "Load picture";
     std::string cap_mnSaPa = "Save Patch";
+
+    /// The caption that each control got from a language file, by the control's object name ("mnu_FileOpen",
+    /// "TransCheck"); those of the dialogs with the dialog's name before ("Form2.Check1"), the dialogs' own
+    /// by their name alone ("Form2"). A control that is not here keeps its designed caption.
+    std::map<std::string, std::string> captions;
 };
 
 }  // namespace pictavo

@@ -4,6 +4,7 @@
 /// with its options, a test with a script. A command knows no more of its front than this.
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,12 @@ enum class Asked {
     Compress,       ///< keep the compressed type?
     WriteGpf2,      ///< GPF2 instead of GPF?
     SaveWithAlpha,  ///< 32 bit instead of 24?
+    ApplyToAll,     ///< save the other pictures of the command line the same way?
+    RegisterTypes,  ///< open GPF files with this program?
 };
+
+/// The save commands of the picture's popup menu that a batch of files can be saved with.
+enum class SaveCommand { Bmp, Png, Gpf1Bit, Gpf8Bit, Gpf16Bit, Gpf24Bit };
 
 /// A box with the buttons OK and Cancel. Lines of the text are parted by a carriage return.
 struct Question {
@@ -55,6 +61,9 @@ class Prompts {
     virtual std::filesystem::path ChooseOpen(const FileChoice& choice) = 0;
     virtual std::filesystem::path ChooseSave(const FileChoice& choice) = 0;
     virtual std::filesystem::path ChooseFolder(const std::string& title) = 0;
+
+    /// Offers the picture's popup menu; nothing when it was closed without a choice.
+    virtual std::optional<SaveCommand> ChooseSaveCommand() = 0;
 };
 
 class Progress {
@@ -87,12 +96,26 @@ class PictureLoader {
     virtual Result<ImportedPixels> Load(const std::filesystem::path& path) = 0;
 };
 
+/// What the system opens a file type with.
+class Associations {
+  public:
+    virtual ~Associations() = default;
+
+    /// The command registered for an extension such as ".gpf", or a text that says why there is none; such a
+    /// text differs from every command.
+    virtual std::string GetAssociatedProgram(const std::string& extension) = 0;
+
+    /// Registers ".gpf" and ".gpf2" as "Graphic Patch File", opened by `command`.
+    virtual Status RegisterPictureFileTypes(const std::string& command) = 0;
+};
+
 /// All of them, as a command receives them. The objects outlive the command.
 struct Ports {
     Prompts& prompts;
     Progress& progress;
     ProcessRunner& processes;
     PictureLoader& pictures;
+    Associations* associations = nullptr;  ///< null where there are none to offer
 };
 
 }  // namespace pictavo

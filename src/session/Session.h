@@ -8,7 +8,7 @@
 
 #include "codec/PictureDecoder.h"
 #include "config/AppSettings.h"
-#include "config/LanguageTable.h"
+#include "config/LanguageFile.h"
 #include "core/PictureTable.h"
 #include "patch/WorkFiles.h"
 
@@ -22,7 +22,15 @@ struct ShownPicture {
     std::uint64_t consumed = 0;  ///< stored bytes of a phone picture
 };
 
+/// Where the program's own files lie.
+struct Places {
+    std::filesystem::path settingsFile;                  ///< empty where there is none: nothing is stored
+    std::vector<std::filesystem::path> languageFolders;  ///< searched in this order
+    CodePage codePage = CodePage::Windows1252;           ///< of language files that are not UTF-8
+};
+
 struct Session {
+    Places places;
     AppSettings settings;
     LanguageTable texts;
     WorkFiles workFiles;

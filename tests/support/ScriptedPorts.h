@@ -20,11 +20,11 @@ class ScriptedPrompts final : public Prompts {
     }
 
     /// The next question will be about this, and is answered so.
-    void Expect(Asked about, bool answer) { answers_.push_back({about, answer, {}}); }
+    void Expect(Asked about, bool answer) { answers_.push_back({about, answer, {}, {}}); }
 
     /// The next chooser is answered with this path; an empty one is Cancel.
     void Choose(std::filesystem::path answer) {
-        answers_.push_back({std::nullopt, false, std::move(answer)});
+        answers_.push_back({std::nullopt, false, std::move(answer), {}});
     }
 
     std::vector<Question> questions;
@@ -54,11 +54,22 @@ class ScriptedPrompts final : public Prompts {
         return Next(title).path;
     }
 
+    /// The popup menu is answered with this; nothing closes it.
+    void Pick(std::optional<SaveCommand> command) { answers_.push_back({std::nullopt, false, {}, command}); }
+
+    std::optional<SaveCommand> ChooseSaveCommand() override {
+        ++popups;
+        return Next("the popup menu").command;
+    }
+
+    int popups = 0;
+
   private:
     struct Answer {
         std::optional<Asked> about;
         bool ok = false;
         std::filesystem::path path;
+        std::optional<SaveCommand> command;
     };
 
     Answer Next(const std::string& asked) {

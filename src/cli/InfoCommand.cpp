@@ -1,6 +1,7 @@
 #include "cli/Command.h"
 #include "cli/Run.h"
 #include "cli/Text.h"
+#include "core/FlashText.h"
 
 namespace pictavo::cli {
 

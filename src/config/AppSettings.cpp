@@ -2,6 +2,7 @@
 
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/LineReader.h"
+#include "core/OutputFile.h"
 
 namespace pictavo {
 
@@ -33,6 +34,8 @@ constexpr std::array<Key, 14> kKeys = {{
     {"MRU3", nullptr, nullptr, 2},
 }};
 
+constexpr const char* kLineEnd = "\r\n";
+
 /// The line without the key and the one character behind it, whatever that is.
 std::string ValueOf(const std::string& line, const Key& key) {
     return line.size() > key.name.size() ? line.substr(key.name.size() + 1) : std::string();
@@ -43,6 +46,41 @@ void Take(const std::string& line, const Key& key, AppSettings& settings) {
     if (key.text != nullptr) settings.*key.text = ValueOf(line, key);
     if (key.flag != nullptr) settings.*key.flag = line.ends_with("true");
     if (key.recent) settings.MRU[*key.recent] = ValueOf(line, key);
+}
+
+/// What the key's line will hold; nothing for a recent file that is not shown.
+std::optional<std::string> StoredValue(const AppSettings& settings, const Key& key) {
+    if (key.text != nullptr) return settings.*key.text;
+    if (key.flag != nullptr) return settings.*key.flag ? "true" : "false";
+    return settings.MRU[*key.recent];
+}
+
+/// A line end in a file's name must not begin a setting of its own: such a value has no line.
+std::string LineOf(const AppSettings& settings, const Key& key) {
+    const auto value = StoredValue(settings, key);
+    if (!value || value->find_first_of("\r\n") != std::string::npos) return {};
+    return std::string(key.name) + "=" + *value + kLineEnd;
+}
+
+std::string RecentLines(const AppSettings& settings) {
+    std::string lines;
+    for (const Key& key : kKeys)
+        if (key.recent) lines += LineOf(settings, key);
+    return lines;
+}
+
+/// What parts the lines to append from the last line there.
+Result<std::string> MissingLineEnd(const ByteSource& source) {
+    if (source.Size() == 0) return std::string();
+    PICTAVO_TRY(const Bytes last, source.ReadExactly(source.Size() - 1, 1));
+    return std::string(last.front() == '\n' ? "" : kLineEnd);
+}
+
+Status CopyOldLines(const std::filesystem::path& path, OutputFile& file) {
+    PICTAVO_TRY(const auto source, FileSource::Open(path));
+    PICTAVO_TRY(CopyRange(*source, 0, source->Size(), file));
+    PICTAVO_TRY(const std::string lineEnd, MissingLineEnd(*source));
+    return file.Write(AsBytes(lineEnd));
 }
 
 }  // namespace
@@ -60,6 +98,32 @@ Result<AppSettings> LoadAppSettings(const std::filesystem::path& path, AppSettin
     if (FileMissing(path)) return initial;
     PICTAVO_TRY(const auto source, FileSource::Open(path));
     return ReadAppSettings(*source, std::move(initial));
+}
+
+Status SaveAppSettings(const std::filesystem::path& path, const AppSettings& settings) {
+    std::string lines;
+    for (const Key& key : kKeys) lines += LineOf(settings, key);
+    return WriteWholeFile(path, AsBytes(lines), CommitMode::Replace, Durability::Synced);
+}
+
+Status AppendRecentFiles(const std::filesystem::path& path, const AppSettings& settings) {
+    const std::string lines = RecentLines(settings);
+    if (lines.empty()) return {};
+    PICTAVO_TRY(OutputFile file, OutputFile::Create(path));
+    std::error_code error;
+    if (std::filesystem::exists(path, error)) PICTAVO_TRY(CopyOldLines(path, file));
+    PICTAVO_TRY(file.Write(AsBytes(lines)));
+    return file.Commit(CommitMode::Replace, Durability::Synced);
+}
+
+void NoteRecentFile(AppSettings& settings, const std::string& path) {
+    auto& [first, second, third] = settings.MRU;
+    if (first && *first != path) {
+        if (second) third = second;
+        second = first;
+    }
+    first = path;
+    if (third == first) third.reset();
 }
 
 }  // namespace pictavo

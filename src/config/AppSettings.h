@@ -38,16 +38,20 @@ Result<AppSettings> ReadAppSettings(const ByteSource& source, AppSettings initia
 /// The same from a file; a missing one gives `initial`.
 Result<AppSettings> LoadAppSettings(const std::filesystem::path& path, AppSettings initial);
 
-/// Writes the whole file, keys in the order of the table, recent files only where they are shown. The old
-/// file stays until the new one stands complete, synced to the disk.
+/// Writes the whole file: every key in the order of the file, recent files only where they are shown, lines
+/// ended by CR LF. A text with a line end in it can not be told in a line and has none. Fails with
+/// WriteFailed; until the new file stands complete, synced to the disk, the old one stays.
 Status SaveAppSettings(const std::filesystem::path& path, const AppSettings& settings);
 
 /// Kept: adds the lines of the recent files that are shown behind what the file holds, which so grows until
-/// it is written anew. The old file stays until the new one stands complete.
+/// it is written anew. A missing file is created; with nothing to add, nothing is written. Fails with
+/// FileMissing when the file is there but can not be read, with ReadFailed and with WriteFailed; until the
+/// new file stands complete, synced to the disk, the old one stays.
 Status AppendRecentFiles(const std::filesystem::path& path, const AppSettings& settings);
 
-/// Puts a path at the top of the recent files. Kept: of the others only the third is compared with the first,
-/// so opening B with C, B, A shown gives B, C and drops A.
+/// Puts a path at the top of the recent files; those that were shown move down. Kept: of the others only the
+/// third is compared with the first, so opening B with C, B, A shown gives B, C and drops A, and opening A
+/// with B, A shown gives A, B.
 void NoteRecentFile(AppSettings& settings, const std::string& path);
 
 }  // namespace pictavo

@@ -59,4 +59,12 @@ Status RenameKeeping(const std::filesystem::path& from, const std::filesystem::p
 Result<std::filesystem::path> CreatePrivateFolder(const std::filesystem::path& parent,
                                                   const std::string& prefix);
 
+/// Takes the lock that a file of this name stands for, and creates the file where it is missing. The lock
+/// goes with the process, however that ends. Nothing, without waiting, when another holder has it, when the
+/// name is taken by a link or by another user's file, or when no file can be created there.
+std::optional<int> TakeLock(const std::filesystem::path& path);
+
+/// Gives the lock back and removes its file.
+void ReleaseLock(int handle, const std::filesystem::path& path);
+
 }  // namespace pictavo::system_file

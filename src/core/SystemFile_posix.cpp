@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -34,6 +35,15 @@ auto Retry(Call call) {
     auto result = call();
     while (result < 0 && errno == EINTR) result = call();
     return result;
+}
+
+/// Whether `path` still names the file that was opened, and the file is this user's.
+bool IsOwnFile(int handle, const std::filesystem::path& path) {
+    struct stat opened {};
+    struct stat named {};
+    if (fstat(handle, &opened) != 0 || lstat(path.c_str(), &named) != 0) return false;
+    const bool isSame = opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+    return isSame && S_ISREG(opened.st_mode) && opened.st_uid == geteuid();
 }
 
 }  // namespace
@@ -151,6 +161,22 @@ Result<std::filesystem::path> CreatePrivateFolder(const std::filesystem::path& p
     if (mkdtemp(name.data()) == nullptr)
         return FailWith(ErrorKind::WriteFailed, parent, "no folder can be created here");
     return std::filesystem::path(name);
+}
+
+std::optional<int> TakeLock(const std::filesystem::path& path) {
+    const int handle = Retry(
+        [&] { return open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600); });
+    if (handle < 0) return std::nullopt;
+    const bool isTaken = Retry([&] { return flock(handle, LOCK_EX | LOCK_NB); }) == 0;
+    if (isTaken && IsOwnFile(handle, path)) return handle;
+    Close(handle);
+    return std::nullopt;
+}
+
+/// The name goes first: once the lock is free, a file of that name may be another holder's.
+void ReleaseLock(int handle, const std::filesystem::path& path) {
+    unlink(path.c_str());
+    Close(handle);
 }
 
 }  // namespace pictavo::system_file

@@ -24,6 +24,10 @@ std::string PathText(const std::filesystem::path& path) {
     return {text.begin(), text.end()};
 }
 
+std::filesystem::path PathOf(const std::string& text) {
+    return std::u8string(text.begin(), text.end());
+}
+
 Question OverwriteQuestion(const LanguageTable& texts, const std::filesystem::path& path) {
     return {Asked::Overwrite, texts.str_faExi + "!", PathText(path) + kLineBreak + texts.str_fChan + "?",
             path};
@@ -41,6 +45,14 @@ Question AlphaQuestion(const LanguageTable& texts) {
     return {Asked::SaveWithAlpha, "", texts.str_SalCh + "?", {}};
 }
 
+Question RegisterTypesQuestion(const LanguageTable& texts) {
+    return {Asked::RegisterTypes, "", texts.str_RegExt + "?", {}};
+}
+
+Question ApplyToAllQuestion() {
+    return {Asked::ApplyToAll, "", "Применить для всех?", {}};
+}
+
 Notice MissingFile(const LanguageTable& texts, const std::filesystem::path& path, MissingForm form) {
     const std::string sentence = texts.str_fnExi + "!";
     switch (form) {
@@ -48,6 +60,8 @@ Notice MissingFile(const LanguageTable& texts, const std::filesystem::path& path
             return {"", PathText(path) + kLineBreak + sentence};
         case MissingForm::TextThenPath:
             return {"", sentence + kLineBreak + PathText(path)};
+        case MissingForm::TextBeforePathEnd:
+            return {"", texts.str_fnExi + kLineBreak + PathText(path) + "!"};
     }
     return {};
 }
@@ -91,6 +105,11 @@ std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error) {
             return {PlainNotice(error)};
     }
     return {};
+}
+
+FileFilter GraphicFiles() {
+    return {"Graphic files (*.gpf;*.gpf2;*.bmp;*.gif;*.jpg;*.png)",
+            {"*.gpf", "*.gpf2", "*.bmp", "*.gif", "*.jpg", "*.png"}};
 }
 
 std::string OpenTitle(const LanguageTable& texts, const std::string& subject) {

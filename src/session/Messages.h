@@ -12,15 +12,23 @@ namespace pictavo {
 /// The path as boxes show it, in UTF-8.
 std::string PathText(const std::filesystem::path& path);
 
+/// The path that such a text stands for.
+std::filesystem::path PathOf(const std::string& text);
+
 Question OverwriteQuestion(const LanguageTable& texts, const std::filesystem::path& path);
 Question CompressQuestion(const LanguageTable& texts);
 Question Gpf2Question(const LanguageTable& texts);
 Question AlphaQuestion(const LanguageTable& texts);
+Question RegisterTypesQuestion(const LanguageTable& texts);
+
+/// Kept: its text is Russian in every language.
+Question ApplyToAllQuestion();
 
 /// The forms in which commands tell that a file can not be opened.
 enum class MissingForm {
-    PathThenText,  ///< path, carriage return, text and "!": most of them
-    TextThenPath,  ///< text and "!", carriage return, path: replacing a picture
+    PathThenText,       ///< path, carriage return, text and "!": most of them
+    TextThenPath,       ///< text and "!", carriage return, path: replacing a picture
+    TextBeforePathEnd,  ///< text, carriage return, path and "!": opening a file
 };
 
 Notice MissingFile(const LanguageTable& texts, const std::filesystem::path& path, MissingForm form);
@@ -29,6 +37,9 @@ Notice Completion(const LanguageTable& texts);
 
 /// The box, or in the case of a file that is no GPF the two boxes, that tell an error.
 std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error);
+
+/// What choosers offer where any picture will do.
+FileFilter GraphicFiles();
 
 std::string OpenTitle(const LanguageTable& texts, const std::string& subject);
 std::string SaveTitle(const LanguageTable& texts, const std::string& subject);

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/FlashText.h"
+
 namespace pictavo {
 
 namespace {
@@ -42,9 +44,10 @@ void CloseFullflash(Session& session) {
 }
 
 std::string IdentificationText(const LanguageTable& texts, const FullflashImage& flash) {
-    return Labelled(texts.str_mModel, flash.mModel) + "\r" + Labelled(texts.str_firmW, flash.fw) + "\r" +
-           Labelled(texts.str_lngPa, flash.lngPack) + "\r\r" + Labelled(texts.str_platf, flash.platform) +
-           "\r" + Labelled(texts.str_manuf, flash.ManufN);
+    return Labelled(texts.str_mModel, FlashText(flash.mModel)) + "\r" + Labelled(texts.str_firmW, flash.fw) +
+           "\r" + Labelled(texts.str_lngPa, FlashText(flash.lngPack)) + "\r\r" +
+           Labelled(texts.str_platf, flash.platform) + "\r" +
+           Labelled(texts.str_manuf, FlashText(flash.ManufN));
 }
 
 }  // namespace pictavo

@@ -40,13 +40,21 @@ struct Notice {
     std::string text;
 };
 
+/// The files that a chooser offers.
+struct FileFilter {
+    std::string text;                   ///< such as "Bitmap File (*.bmp)"
+    std::vector<std::string> patterns;  ///< such as "*.bmp"
+
+    bool operator==(const FileFilter&) const = default;
+};
+
 /// A file chooser.
 struct FileChoice {
     std::string title;
-    std::string filterText;             ///< such as "Bitmap File (*.bmp)"
-    std::vector<std::string> patterns;  ///< such as "*.bmp"
+    std::vector<FileFilter> filters;  ///< at least one; the first is in force at the start
     std::string suggestedName;
-    std::string defaultExtension;  ///< without a dot; may be empty
+    std::string defaultExtension;       ///< without a dot; may be empty
+    std::filesystem::path folder = {};  ///< where to begin; empty for the folder used last
 };
 
 class Prompts {

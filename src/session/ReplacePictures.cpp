@@ -86,8 +86,7 @@ std::optional<std::filesystem::path> FindSource(const Session& session, const Fo
 
 FileChoice SourceChoice(const Session& session, int number) {
     return {OpenTitle(session.texts, session.texts.cap_mnLoad),
-            "Graphic files (*.gpf;*.gpf2;*.bmp;*.gif;*.jpg;*.png)",
-            {"*.gpf", "*.gpf2", "*.bmp", "*.gif", "*.jpg", "*.png"},
+            {GraphicFiles()},
             NumberName(session.settings, number),
             ""};
 }
@@ -96,11 +95,6 @@ FileChoice SourceChoice(const Session& session, int number) {
 void NoteProblem(const Session& session, Ports& ports, const Error& error, int number, Outcome& outcome) {
     if (error.kind == ErrorKind::OneBitCompressed) Tell(session, ports, error);
     outcome.problems.push_back({error, number});
-}
-
-Outcome RefuseMissing(const Session& session, Ports& ports, const std::filesystem::path& path) {
-    ports.prompts.Tell(MissingFile(session.texts, path, MissingForm::TextThenPath));
-    return Outcome::Refused({ErrorKind::FileMissing, path, std::nullopt, "can not be opened"});
 }
 
 }  // namespace
@@ -114,7 +108,7 @@ Outcome ReplacePicture(Session& session, Ports& ports, std::size_t index, std::u
 Outcome ReplaceFrom(Session& session, Ports& ports, std::size_t index, const std::filesystem::path& path,
                     std::uint8_t typeCode) {
     session.pictureNumber = session.rows[index].number;
-    if (FileMissing(path)) return RefuseMissing(session, ports, path);
+    if (FileMissing(path)) return RefuseMissing(session, ports, path, MissingForm::TextThenPath);
     if (const Status status = Replace(session, ports, index, path, typeCode); !status)
         return Refuse(session, ports, status.error());
     session.savePatchEnabled = true;

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "core/BasicCalculations_Tarsk.h"
-#include "session/Messages.h"
 
 namespace pictavo {
 
@@ -36,6 +35,12 @@ void Tell(const Session& session, Ports& ports, const Error& error) {
 Outcome Refuse(const Session& session, Ports& ports, const Error& error) {
     Tell(session, ports, error);
     return Outcome::Refused(error);
+}
+
+Outcome RefuseMissing(const Session& session, Ports& ports, const std::filesystem::path& path,
+                      MissingForm form) {
+    ports.prompts.Tell(MissingFile(session.texts, path, form));
+    return Outcome::Refused({ErrorKind::FileMissing, path, std::nullopt, "can not be opened"});
 }
 
 void TellProblems(Ports& ports, const Outcome& outcome) {

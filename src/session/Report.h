@@ -2,6 +2,7 @@
 
 /// Brings what a command met before the user.
 
+#include "session/Messages.h"
 #include "session/Outcome.h"
 #include "session/Ports.h"
 #include "session/Session.h"
@@ -13,6 +14,10 @@ void Tell(const Session& session, Ports& ports, const Error& error);
 
 /// Shows the error's box and ends the command with it.
 Outcome Refuse(const Session& session, Ports& ports, const Error& error);
+
+/// The same for a file that can not be opened, in the command's own form.
+Outcome RefuseMissing(const Session& session, Ports& ports, const std::filesystem::path& path,
+                      MissingForm form);
 
 /// One box that names each problem, by number, file and reason.
 void TellProblems(Ports& ports, const Outcome& outcome);

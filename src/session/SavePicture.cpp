@@ -20,20 +20,21 @@ Outcome NothingToSave() {
         {ErrorKind::NoSuchPicture, {}, std::nullopt, "no picture is shown that could be saved"});
 }
 
-FileChoice BmpChoice(const LanguageTable& texts) {
-    return {SaveTitle(texts, texts.cap_mnFileR), "Bitmap File (*.bmp)", {"*.bmp"}, "", "bmp"};
+FileChoice BmpChoice(const LanguageTable& texts, const std::string& suggestedName) {
+    return {SaveTitle(texts, texts.cap_mnFileR), {{"Bitmap File (*.bmp)", {"*.bmp"}}}, suggestedName, "bmp"};
 }
 
 FileChoice PngChoice(const LanguageTable& texts) {
-    return {
-        SaveTitle(texts, texts.cap_mnFileR), "Portable Network Graphic files (*.png)", {"*.png"}, "", "png"};
+    return {SaveTitle(texts, texts.cap_mnFileR),
+            {{"Portable Network Graphic files (*.png)", {"*.png"}}},
+            "",
+            "png"};
 }
 
 FileChoice GpfChoice(const Session& session, bool isGPF2) {
     const std::string extension = isGPF2 ? "gpf2" : "gpf";
     return {SaveTitle(session.texts, session.texts.cap_mnFileR),
-            "Graphic Patch Files (*.gpf;*.gpf2)",
-            {"*.gpf", "*.gpf2"},
+            {{"Graphic Patch Files (*.gpf;*.gpf2)", {"*.gpf", "*.gpf2"}}},
             NumberName(session.settings, session.pictureNumber) + "." + extension,
             extension};
 }
@@ -125,8 +126,12 @@ Outcome SaveGpfTo(Session& session, Ports& ports, const std::filesystem::path& p
 
 Outcome SaveAsBmp(Session& session, Ports& ports) {
     if (!session.shown.isShown) return NothingToSave();
-    const bool withAlpha = AskAlpha(session, ports);
-    const std::filesystem::path answer = ports.prompts.ChooseSave(BmpChoice(session.texts));
+    return SaveAsBmpUnder(session, ports, "", AskAlpha(session, ports));
+}
+
+Outcome SaveAsBmpUnder(Session& session, Ports& ports, const std::string& suggestedName, bool withAlpha) {
+    if (!session.shown.isShown) return NothingToSave();
+    const std::filesystem::path answer = ports.prompts.ChooseSave(BmpChoice(session.texts, suggestedName));
     if (answer.empty()) return Outcome::Cancelled();
     return SaveBmpTo(session, ports, WithExtensionOfAnyCase(answer, ".bmp"), withAlpha);
 }

@@ -17,6 +17,9 @@ Outcome SaveAsGpf(Session& session, Ports& ports, std::uint8_t typeCode);
 /// "Save as BMP", with alpha when the picture has one and the user wants it.
 Outcome SaveAsBmp(Session& session, Ports& ports);
 
+/// The same under a name that the chooser proposes, without the question of alpha.
+Outcome SaveAsBmpUnder(Session& session, Ports& ports, const std::string& suggestedName, bool withAlpha);
+
 /// "Save as PNG", the same, through the converter.
 Outcome SaveAsPng(Session& session, Ports& ports);
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/FileSizeLimit.h"
+#include "support/Refusal.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
@@ -48,11 +50,11 @@ TEST(AppSettings, EverythingIsOffAndEmptyAtFirst) {
 TEST(AppSettings, TheWholeFileIsReadWithBothKindsOfLineEnd) {
     AppSettings expected;
     expected.nConvert = "C:\\tools\\nconvert.exe";
-    expected.Language = "/usr/share/pictavo/lang/de.lng";
+    expected.Language = "My own German";
     expected.Transparency = expected.DefaultGPF2 = expected.HEXFilename = expected.ChanG = true;
     expected.MRU = {"/home/a/one.bin", "/home/a/two.bin", "/home/a/three.bin"};
     const std::vector<std::string> lines = {"nConvert=C:\\tools\\nconvert.exe",
-                                            "Language=/usr/share/pictavo/lang/de.lng",
+                                            "Language=My own German",
                                             "Transparency=true",
                                             "CompressGPF=false",
                                             "DefaultGPF2=true",
@@ -181,6 +183,94 @@ TEST(LoadAppSettings, AMissingFileOrAFolderGivesTheInitialSettings) {
         EXPECT_EQ(*settings, initial);
     }
     EXPECT_TRUE(ListNames(temp.Path()).empty());
+}
+
+class SaveAppSettingsTest : public ::testing::Test {
+  protected:
+    std::string Saved(const AppSettings& settings) const {
+        const Status status = SaveAppSettings(path, settings);
+        EXPECT_TRUE(status) << status.error().detail;
+        return ReadText(path);
+    }
+
+    const TempFolder temp;
+    const std::filesystem::path path = temp / "Pictavo.ini";
+};
+
+constexpr const char* kNothingSet =
+    "nConvert=\r\nLanguage=\r\nTransparency=false\r\nCompressGPF=false\r\nDefaultGPF2=false\r\n"
+    "ZeroFilename=false\r\nHEXFilename=false\r\nChanR=false\r\nChanG=false\r\nChanB=false\r\nChanA=false\r\n";
+
+TEST_F(SaveAppSettingsTest, WritesTheKeysInTheirOrderWithoutHiddenRecentFiles) {
+    EXPECT_EQ(Saved({}), kNothingSet);
+    EXPECT_EQ(ListNames(temp.Path()), std::vector<std::string>{"Pictavo.ini"});
+}
+
+TEST_F(SaveAppSettingsTest, WritesEverySettingThatIsOn) {
+    AppSettings settings = AllOn();
+    settings.nConvert = "/opt/a b/convert";
+    settings.Language = "Русский";
+    settings.MRU = {"/c.bin", "/b.bin", "/a.bin"};
+    EXPECT_EQ(Saved(settings),
+              "nConvert=/opt/a b/convert\r\nLanguage=Русский\r\nTransparency=true\r\nCompressGPF=true\r\n"
+              "DefaultGPF2=true\r\nZeroFilename=true\r\nHEXFilename=true\r\nChanR=true\r\nChanG=true\r\n"
+              "ChanB=true\r\nChanA=true\r\nMRU1=/c.bin\r\nMRU2=/b.bin\r\nMRU3=/a.bin\r\n");
+}
+
+TEST_F(SaveAppSettingsTest, EachCheckBoxIsWrittenUnderItsKey) {
+    for (const Flag& flag : kFlags) {
+        AppSettings settings;
+        settings.*flag.member = true;
+        std::string expected = kNothingSet;
+        const std::string line = std::string(flag.key) + "=";
+        expected.replace(expected.find(line) + line.size(), 5, "true");
+        EXPECT_EQ(Saved(settings), expected);
+    }
+}
+
+TEST_F(SaveAppSettingsTest, ASecondRecentFileThatStoodAloneIsSavedAlone) {
+    EXPECT_EQ(Saved(Read("MRU2=/x/y.bin\r\n")), std::string(kNothingSet) + "MRU2=/x/y.bin\r\n");
+}
+
+TEST_F(SaveAppSettingsTest, WhatWasSavedIsReadBack) {
+    AppSettings settings;
+    settings.nConvert = " /c=d ";
+    settings.Language = "true";
+    settings.ZeroFilename = settings.ChanA = true;
+    settings.MRU = {"", std::nullopt, "\xFF.bin"};
+    ASSERT_TRUE(SaveAppSettings(path, settings));
+    const auto read = LoadAppSettings(path, AllOn());
+    ASSERT_TRUE(read);
+    EXPECT_EQ(*read, settings);
+}
+
+TEST_F(SaveAppSettingsTest, TheOldFileIsReplacedWhole) {
+    WriteFile(path, std::string("; old\r\nMRU1=a\r\nMRU1=b\r\n") + std::string(5000, 'x'));
+    EXPECT_EQ(Saved({}), kNothingSet);
+}
+
+TEST_F(SaveAppSettingsTest, ALineEndInATextBeginsNoSetting) {
+    AppSettings settings;
+    settings.MRU = {"/a\nnConvert=/evil", "/b\r", "/c.bin"};
+    EXPECT_EQ(Saved(settings), std::string(kNothingSet) + "MRU3=/c.bin\r\n");
+    ASSERT_TRUE(AppendRecentFiles(path, settings));
+    EXPECT_EQ(ReadText(path), std::string(kNothingSet) + "MRU3=/c.bin\r\nMRU3=/c.bin\r\n");
+}
+
+TEST_F(SaveAppSettingsTest, OnAFullDiskTheOldFileStays) {
+    WriteFile(path, std::string("ChanR=true\r\n"));
+    {
+        const FileSizeLimit full(20);
+        EXPECT_EQ(RefusalOf(SaveAppSettings(path, {})).kind, ErrorKind::WriteFailed);
+    }
+    EXPECT_EQ(ReadText(path), "ChanR=true\r\n");
+    EXPECT_EQ(ListNames(temp.Path()), std::vector<std::string>{"Pictavo.ini"});
+}
+
+TEST_F(SaveAppSettingsTest, AFolderThatIsNotThereIsAnError) {
+    const Error error = RefusalOf(SaveAppSettings(temp / "none" / "Pictavo.ini", {}));
+    EXPECT_EQ(error.kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(error.path, temp / "none" / "Pictavo.ini");
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "codec/PictureEncoder.h"
 #include "codec/PictureSignature.h"
 #include "config/AppSettings.h"
+#include "config/LanguageFile.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "docs/FormatPage.h"
 #include "patch/PatchReader.h"
@@ -28,6 +29,13 @@ std::string HexNumber(std::uint64_t number) {
 MemorySource SourceOf(const std::string& text) {
     const ByteView bytes = AsBytes(text);
     return MemorySource(Bytes(bytes.begin(), bytes.end()));
+}
+
+/// The lines as a file holds them.
+std::string Joined(const Lines& lines) {
+    std::string text;
+    for (const std::string& line : lines) text += line + "\r\n";
+    return text;
 }
 
 // ---------------------------------------------------------------------------------------------- numbers.md
@@ -521,11 +529,79 @@ TEST(FormatPages, SettingsAreReadAsThePageSays) {
     AppSettings initial;
     initial.CompressGPF = initial.DefaultGPF2 = initial.HEXFilename = true;
     initial.Language = "/old.lng";
-    std::string text;
-    for (const std::string& line : page.Text("file")) text += line + "\r\n";
-    const auto settings = ReadAppSettings(SourceOf(text), initial);
+    const auto settings = ReadAppSettings(SourceOf(Joined(page.Text("file"))), initial);
     ASSERT_TRUE(settings);
     EXPECT_EQ(SettingsLines(*settings), page.Text("settings"));
+}
+
+TEST(FormatPages, SettingsAreSavedAsThePageSays) {
+    const FormatPage page("settings.md");
+    const auto settings = ReadAppSettings(SourceOf(Joined(page.Text("file"))), {});
+    ASSERT_TRUE(settings);
+    const TempFolder temp;
+    ASSERT_TRUE(SaveAppSettings(temp / "Pictavo.ini", *settings));
+    EXPECT_EQ(ReadText(temp / "Pictavo.ini"), Joined(page.Text("saved")));
+}
+
+std::string RecentText(const AppSettings& settings) {
+    std::string text;
+    for (const auto& entry : settings.MRU) text += (text.empty() ? "" : " ") + entry.value_or("-");
+    return text;
+}
+
+TEST(FormatPages, RecentFilesMoveAsThePageSays) {
+    static const std::regex kLine(R"((\S) (\S) (\S) \+ (\S) = (.+))");
+    const Lines lines = FormatPage("settings.md").Text("recent");
+    EXPECT_THAT(lines, SizeIs(9));
+    for (const std::string& line : lines) {
+        std::smatch part;
+        ASSERT_TRUE(std::regex_match(line, part, kLine)) << line;
+        AppSettings settings;
+        for (std::size_t i = 0; i < settings.MRU.size(); ++i)
+            if (part[i + 1] != "-") settings.MRU[i] = part[i + 1];
+        NoteRecentFile(settings, part[4]);
+        EXPECT_EQ(RecentText(settings), part[5]) << line;
+    }
+}
+
+// --------------------------------------------------------------------------------------------- language.md
+
+LanguageTable ReadLanguage(const ByteSource& source) {
+    LanguageTable table;
+    EXPECT_TRUE(ReadLanguageFile(source, "Nederlands", CodePage::Windows1251, table));
+    return table;
+}
+
+struct Message {
+    const char* key;
+    std::string LanguageTable::*text;
+};
+
+constexpr std::array<Message, 6> kMessages = {{{"str_Succes", &LanguageTable::str_Succes},
+                                               {"str_PlSel", &LanguageTable::str_PlSel},
+                                               {"str_save", &LanguageTable::str_save},
+                                               {"str_open", &LanguageTable::str_open},
+                                               {"str_fnExi", &LanguageTable::str_fnExi},
+                                               {"str_all", &LanguageTable::str_all}}};
+
+Lines TableLines(const LanguageTable& table) {
+    Lines lines;
+    for (const Message& message : kMessages)
+        if (!(table.*message.text).empty())
+            lines.push_back(std::string(message.key) + " \"" + table.*message.text + "\"");
+    for (const auto& [control, caption] : table.captions) lines.push_back(control + " \"" + caption + "\"");
+    return lines;
+}
+
+TEST(FormatPages, LanguageFilesAreReadAsThePageSays) {
+    const FormatPage page("language.md");
+    EXPECT_EQ(TableLines(ReadLanguage(SourceOf(Joined(page.Text("file"))))), page.Text("table"));
+}
+
+TEST(FormatPages, LanguageFilesMayBeWrittenInEachOfTheWaysShown) {
+    const FormatPage page("language.md");
+    for (const std::string way : {"utf-8", "code-page", "byte-order-mark"})
+        EXPECT_EQ(ReadLanguage(MemorySource(page.Hex(way))).str_Succes, "Да") << way;
 }
 
 }  // namespace

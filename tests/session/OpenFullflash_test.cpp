@@ -70,6 +70,12 @@ TEST_F(OpenFullflashTest, ClosingRemovesTheRowsAndResetsTheSearch) {
     EXPECT_EQ(session.flash.FreeSearchOffset, 262144U);
 }
 
+TEST_F(OpenFullflashTest, IdentificationTextShowsTheFlashsBytesAsLatin1) {
+    FullflashImage flash;
+    flash.ManufN = "M\xE4rz";
+    EXPECT_TRUE(IdentificationText({}, flash).ends_with("\r: M\xC3\xA4rz"));
+}
+
 TEST_F(OpenFullflashTest, IdentificationTextHasSixLinesTheFourthEmpty) {
     Open(FourIcons());
     session.texts.str_mModel = "Model";

@@ -149,7 +149,7 @@ TEST_F(ReplacePicturesTest, TheChooserSuggestsTheNumberAndItsAnswerLosesItsTail)
     scripted.prompts.Choose(WriteGif("a.gif").string() + " !(");
     ASSERT_TRUE(ReplacePicture(session, scripted.ports, 2, 0x88).IsClean());
     EXPECT_EQ(scripted.prompts.choices[0].suggestedName, "0002");
-    EXPECT_EQ(scripted.prompts.choices[0].filterText, "Graphic files (*.gpf;*.gpf2;*.bmp;*.gif;*.jpg;*.png)");
+    EXPECT_EQ(scripted.prompts.choices[0].filters.at(0).text, "Graphic files (*.gpf;*.gpf2;*.bmp;*.gif;*.jpg;*.png)");
 }
 
 TEST_F(ReplacePicturesTest, ACancelledChooserChangesNothing) {
@@ -210,7 +210,7 @@ TEST_F(ReplacePicturesTest, TheChooserNamesTheCommandAndFollowsHexNames) {
     const FileChoice& choice = scripted.prompts.choices.at(0);
     EXPECT_EQ(choice.title, "PlSel Load picture 4open");
     EXPECT_EQ(choice.suggestedName, "1A");
-    EXPECT_EQ(choice.patterns,
+    EXPECT_EQ(choice.filters.at(0).patterns,
               (std::vector<std::string>{"*.gpf", "*.gpf2", "*.bmp", "*.gif", "*.jpg", "*.png"}));
 }
 

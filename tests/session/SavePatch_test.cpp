@@ -240,7 +240,7 @@ TEST_F(SavePatchTest, TheChooserOffersGpAndItsAnswerGetsTheExtension) {
     EXPECT_TRUE(std::filesystem::exists(temp / "X.VKP.vkp"));
     const FileChoice& choice = scripted.prompts.choices[0];
     EXPECT_EQ(choice.suggestedName, "GP_");
-    EXPECT_EQ(choice.filterText, "ViKlay Patch File (*.vkp)");
+    EXPECT_EQ(choice.filters.at(0).text, "ViKlay Patch File (*.vkp)");
     EXPECT_EQ(choice.title, "PlSel File 4save");
 }
 
@@ -340,7 +340,7 @@ TEST_F(SavePatchTest, TheChooserIsForPatches) {
     Open(TwoSquares());
     scripted.prompts.Choose({});
     EXPECT_EQ(SavePatch(session, scripted.ports).outcome.end, Outcome::End::Cancelled);
-    EXPECT_EQ(scripted.prompts.choices.at(0).patterns, std::vector<std::string>{"*.vkp"});
+    EXPECT_EQ(scripted.prompts.choices.at(0).filters.at(0).patterns, std::vector<std::string>{"*.vkp"});
     EXPECT_EQ(scripted.prompts.choices.at(0).defaultExtension, "vkp");
 }
 

@@ -1,0 +1,63 @@
+#include "session/Channels.h"
+
+#include "core/BasicCalculations_Tarsk.h"
+#include "session/FileKind.h"
+#include "session/Messages.h"
+#include "session/Names.h"
+#include "session/OpenFiles.h"
+#include "session/Report.h"
+#include "session/SavePicture.h"
+#include "session/Settings.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr const char* kSuggestedName = "channels";
+constexpr bool kWithAlpha = true;
+
+/// The session's flags while it exists.
+class FlagsInForce {
+  public:
+    FlagsInForce(Session& session, const ChannelFlags& flags) : flags_(session.channels) { flags_ = flags; }
+    ~FlagsInForce() { flags_ = {}; }
+    FlagsInForce(const FlagsInForce&) = delete;
+    FlagsInForce& operator=(const FlagsInForce&) = delete;
+
+  private:
+    ChannelFlags& flags_;
+};
+
+FileChoice SourceChoice(const LanguageTable& texts) {
+    return {OpenTitle(texts, texts.cap_mnFileR),
+            {{"Graphic files (*.bmp;*.gif;*.jpg;*.png)", {"*.bmp", "*.gif", "*.jpg", "*.png"}}},
+            "",
+            ""};
+}
+
+}  // namespace
+
+Outcome SaveChannels(Session& session, Ports& ports, const ChannelFlags& flags) {
+    const FlagsInForce inForce(session, flags);
+    return SaveAsBmpUnder(session, ports, kSuggestedName, kWithAlpha);
+}
+
+Outcome LoadChannels(Session& session, Ports& ports, const ChannelFlags& flags) {
+    const FlagsInForce inForce(session, flags);
+    const std::filesystem::path answer = ports.prompts.ChooseOpen(SourceChoice(session.texts));
+    if (answer.empty()) return Outcome::Cancelled();
+    const std::filesystem::path path = WithoutTail(answer);
+    if (FileMissing(path)) return RefuseMissing(session, ports, path, MissingForm::PathThenText);
+    const FileKind kind = KindWhenChosen(path);
+    return OpenAs(session, ports, path, kind == FileKind::Picture ? kind : FileKind::Unknown);
+}
+
+Status RememberChannels(Session& session, const ChannelFlags& flags) {
+    session.settings.ChanR = flags.red;
+    session.settings.ChanG = flags.green;
+    session.settings.ChanB = flags.blue;
+    session.settings.ChanA = flags.alpha;
+    return SaveSettings(session);
+}
+
+}  // namespace pictavo

@@ -1,0 +1,166 @@
+#include "session/OpenNames.h"
+
+#include "codec/PictureType.h"
+#include "session/Messages.h"
+#include "session/Names.h"
+#include "session/OpenFiles.h"
+#include "session/Report.h"
+#include "session/SavePicture.h"
+#include "session/UnattendedPrompts.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr char kBlank = ' ';
+constexpr char kQuote = '"';
+constexpr std::size_t kExtensionLetters = 3;
+constexpr std::size_t kGpf2Letters = 4;
+
+void DropFirst(std::string& name, char c) {
+    if (name.starts_with(c)) name.erase(0, 1);
+}
+
+void DropLast(std::string& name, char c) {
+    if (name.ends_with(c)) name.pop_back();
+}
+
+std::string Unquoted(std::string name) {
+    DropFirst(name, kBlank);
+    DropLast(name, kBlank);
+    DropFirst(name, kQuote);
+    DropLast(name, kQuote);
+    return name;
+}
+
+/// Kept: the dot stays, and the letters of another extension are put behind it.
+std::filesystem::path BaseName(const std::filesystem::path& path) {
+    std::filesystem::path::string_type name = path.native();
+    name.resize(name.size() - (NamesGpf2(path) ? kGpf2Letters : kExtensionLetters));
+    return name;
+}
+
+Outcome SaveBy(SaveCommand command, Session& session, Ports& ports) {
+    switch (command) {
+        case SaveCommand::Bmp:
+            return SaveAsBmp(session, ports);
+        case SaveCommand::Png:
+            return SaveAsPng(session, ports);
+        case SaveCommand::Gpf1Bit:
+            return SaveAsGpf(session, ports, kType1BitCompressed);
+        case SaveCommand::Gpf8Bit:
+            return SaveAsGpf(session, ports, kType8BitCompressed);
+        case SaveCommand::Gpf16Bit:
+            return SaveAsGpf(session, ports, kType16BitCompressed);
+        case SaveCommand::Gpf24Bit:
+            return SaveAsGpf(session, ports, kType24BitCompressed);
+    }
+    return {};
+}
+
+/// Several names at work.
+struct Batch {
+    Session& session;
+    Ports& ports;
+    UnattendedPrompts unattended{ports.prompts};
+    std::optional<SaveCommand> recorded = std::nullopt;  ///< what was picked last
+    bool appliesToAll = false;
+};
+
+/// Adds what `part` wrote and met.
+void Add(Outcome part, Outcome& whole) {
+    whole.written += part.written;
+    for (Problem& problem : part.problems) whole.problems.push_back(std::move(problem));
+}
+
+/// Saves the picture beside its file, by the command recorded.
+Outcome Save(Batch& batch) {
+    if (!batch.recorded) return {};
+    Ports ports{batch.unattended, batch.ports.progress, batch.ports.processes, batch.ports.pictures};
+    Outcome outcome = SaveBy(*batch.recorded, batch.session, ports);
+    for (const Problem& problem : outcome.problems) Tell(batch.session, batch.ports, problem.error);
+    return outcome;
+}
+
+Outcome PickAndSave(Batch& batch) {
+    const auto picked = batch.ports.prompts.ChooseSaveCommand();
+    if (!picked) return {};
+    batch.recorded = picked;
+    batch.unattended.ForgetAnswers();
+    return Save(batch);
+}
+
+/// Kept: it is asked after the last picture too.
+Outcome OfferSaving(Batch& batch, const std::filesystem::path& path) {
+    batch.unattended.SetBaseName(BaseName(path));
+    if (batch.appliesToAll) return Save(batch);
+    Outcome outcome = PickAndSave(batch);
+    batch.appliesToAll = batch.ports.prompts.Confirm(ApplyToAllQuestion());
+    return outcome;
+}
+
+/// Opens one of several files, and offers to save the picture that was loaded from it.
+void OpenInBatch(Batch& batch, const std::filesystem::path& path, const std::function<void()>& shown,
+                 Outcome& outcome) {
+    const FileKind kind = KindOnCommandLine(path);
+    Outcome opened = OpenAs(batch.session, batch.ports, path, kind);
+    const bool isLoaded = opened.end == Outcome::End::Done;
+    Add(std::move(opened), outcome);
+    shown();
+    if (isLoaded && kind != FileKind::Fullflash) Add(OfferSaving(batch, path), outcome);
+}
+
+Outcome OpenSeveral(Session& session, Ports& ports, const std::vector<std::string>& names,
+                    const std::function<void()>& shown) {
+    ports.prompts.Tell({"", session.texts.str_MultFFound});
+    Batch batch{session, ports};
+    Outcome outcome;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        OpenInBatch(batch, PathOf(names[i]), shown, outcome);
+        if (ports.progress.At(100.0 * static_cast<double>(i + 1) / static_cast<double>(names.size())))
+            continue;
+        outcome.problems.push_back({StoppedError(), std::nullopt});
+        break;
+    }
+    if (outcome.written > 0) ports.prompts.Tell(Completion(session.texts));
+    return outcome;
+}
+
+Outcome RefuseTooMany(const Session& session, Ports& ports) {
+    return Refuse(session, ports,
+                  {ErrorKind::Overflow,
+                   {},
+                   std::nullopt,
+                   "more than " + std::to_string(kMostNames) + " files are named on the command line"});
+}
+
+}  // namespace
+
+std::vector<std::string> SplitCommandLine(const std::string& line) {
+    std::vector<std::string> names;
+    if (line.empty()) return names;
+    std::string name;
+    bool isQuoted = false;
+    for (const char c : line) {
+        if (c == kQuote) isQuoted = !isQuoted;
+        if (c == kBlank && !isQuoted)
+            names.push_back(Unquoted(std::exchange(name, {})));
+        else
+            name += c;
+    }
+    names.push_back(Unquoted(name));
+    return names;
+}
+
+Outcome OpenNames(Session& session, Ports& ports, const std::vector<std::string>& names,
+                  const std::function<void()>& shown) {
+    if (names.size() > kMostNames) return RefuseTooMany(session, ports);
+    if (names.size() > 1) return OpenSeveral(session, ports, names, shown);
+    if (names.empty()) return {};
+    const std::filesystem::path path = PathOf(names.front());
+    Outcome outcome = OpenAs(session, ports, path, KindOnCommandLine(path));
+    shown();
+    return outcome;
+}
+
+}  // namespace pictavo

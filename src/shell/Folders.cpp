@@ -1,0 +1,64 @@
+#include "shell/Folders.h"
+
+#include <QLocale>
+#include <QStandardPaths>
+#include <array>
+
+#include "core/OutputFile.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr const char* kSettingsName = "Pictavo.ini";
+constexpr const char* kFolderName = "pictavo";
+
+/// A file or anything else of that name: what is there is not passed over.
+bool Exists(const std::filesystem::path& path) {
+    std::error_code error;
+    return std::filesystem::exists(std::filesystem::symlink_status(path, error));
+}
+
+/// Tried out, since rights alone do not tell; the file that is begun leaves nothing behind.
+bool CanBeCreated(const std::filesystem::path& path) {
+    return OutputFile::Create(path).has_value();
+}
+
+/// The saving tells why when the folder can not be made.
+std::filesystem::path InUserFolder(const std::filesystem::path& userFolder) {
+    static_cast<void>(EnsureFolder(userFolder));
+    return userFolder / kSettingsName;
+}
+
+/// The locale that names the character set, by the variables that the system takes it from.
+QLocale LocaleOfTexts() {
+    for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"})
+        if (const QString name = qEnvironmentVariable(variable); !name.isEmpty()) return QLocale(name);
+    return QLocale::system();
+}
+
+}  // namespace
+
+std::filesystem::path UserFolder() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    if (folder.isEmpty()) return {};
+    return std::filesystem::path(folder.toStdU16String()) / kFolderName;
+}
+
+std::filesystem::path SettingsFile(const std::filesystem::path& programFolder,
+                                   const std::filesystem::path& userFolder) {
+    const std::filesystem::path beside = programFolder / kSettingsName;
+    if (userFolder.empty() || Exists(beside)) return beside;
+    if (Exists(userFolder / kSettingsName)) return userFolder / kSettingsName;
+    return CanBeCreated(beside) ? beside : InUserFolder(userFolder);
+}
+
+std::vector<std::filesystem::path> DataFolders(const std::filesystem::path& programFolder) {
+    return {programFolder, programFolder.parent_path() / "share" / kFolderName};
+}
+
+bool IsLocaleCyrillic() {
+    return LocaleOfTexts().script() == QLocale::CyrillicScript;
+}
+
+}  // namespace pictavo

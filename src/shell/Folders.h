@@ -1,0 +1,25 @@
+#pragma once
+
+/// Where the program's own files lie. `programFolder` is the folder of the executable.
+
+#include <filesystem>
+#include <vector>
+
+namespace pictavo {
+
+/// The user's configuration folder, which need not exist; empty when the system knows none.
+std::filesystem::path UserFolder();
+
+/// The settings file: the one beside the executable, else the one in `userFolder`. When there is neither it
+/// is to be written beside the executable, or where that can not be, in `userFolder`, which is then created.
+std::filesystem::path SettingsFile(const std::filesystem::path& programFolder,
+                                   const std::filesystem::path& userFolder = UserFolder());
+
+/// The folders of the files that come with the program (languages, the manual), in the order in which they
+/// are to be searched: that of the executable, then the installed data.
+std::vector<std::filesystem::path> DataFolders(const std::filesystem::path& programFolder);
+
+/// Whether the user's locale (of texts, else the system's own) is written in Cyrillic letters.
+bool IsLocaleCyrillic();
+
+}  // namespace pictavo

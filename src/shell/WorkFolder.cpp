@@ -1,0 +1,74 @@
+#include "shell/WorkFolder.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "core/SystemFile.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr const char* kLockName = "pictavo.lock";
+constexpr const char* kPrivatePrefix = "pictavo-";
+constexpr const char* kWorkFileExtension = ".gpf2";
+
+/// The folder that TMP names; empty when it is not set or names none.
+std::filesystem::path NamedFolder() {
+    const char* name = std::getenv("TMP");
+    std::error_code error;
+    if (name == nullptr || !std::filesystem::is_directory(name, error)) return {};
+    const std::filesystem::path folder = std::filesystem::absolute(name, error);
+    return error ? std::filesystem::path() : folder;
+}
+
+std::filesystem::path SystemFolder() {
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    return error ? std::filesystem::path("/tmp") : folder;
+}
+
+/// What can not be looked into counts as holding some.
+bool HoldsWorkFiles(const std::filesystem::path& folder) {
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error))
+        if (entry->path().extension() == kWorkFileExtension) return true;
+    return static_cast<bool>(error);
+}
+
+}  // namespace
+
+WorkFolder::WorkFolder(std::filesystem::path path, std::optional<int> lock)
+    : path_(std::move(path)), lock_(lock) {}
+
+WorkFolder::WorkFolder(WorkFolder&& other) noexcept
+    : path_(std::exchange(other.path_, {})), lock_(std::exchange(other.lock_, std::nullopt)) {}
+
+WorkFolder::~WorkFolder() {
+    std::error_code ignored;
+    if (lock_)
+        system_file::ReleaseLock(*lock_, path_ / kLockName);
+    else if (!path_.empty() && !HoldsWorkFiles(path_))
+        std::filesystem::remove_all(path_, ignored);
+}
+
+std::optional<WorkFolder> WorkFolder::Hold(const std::filesystem::path& folder) {
+    const auto lock = system_file::TakeLock(folder / kLockName);
+    if (!lock) return std::nullopt;
+    return WorkFolder(folder, lock);
+}
+
+Result<WorkFolder> WorkFolder::CreateIn(const std::filesystem::path& folder) {
+    PICTAVO_TRY(std::filesystem::path path, system_file::CreatePrivateFolder(folder, kPrivatePrefix));
+    return WorkFolder(std::move(path), std::nullopt);
+}
+
+Result<WorkFolder> WorkFolder::Open() {
+    const std::filesystem::path named = NamedFolder();
+    if (named.empty()) return CreateIn(SystemFolder());
+    if (auto held = Hold(named)) return std::move(*held);
+    return CreateIn(named);
+}
+
+}  // namespace pictavo

@@ -1,0 +1,76 @@
+#include "ui/Busy.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+
+namespace pictavo {
+
+namespace {
+
+/// Often enough for the eye and for Esc, seldom enough to cost nothing.
+constexpr qint64 kYieldMilliseconds = 25;
+
+bool IsInput(QEvent::Type type) {
+    switch (type) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Shortcut:
+        case QEvent::ShortcutOverride:
+        case QEvent::ContextMenu:
+        case QEvent::DragEnter:
+        case QEvent::Drop:
+        case QEvent::TouchBegin:
+        case QEvent::TouchEnd:
+        case QEvent::TabletPress:
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool IsEscape(QEvent* event) {
+    return event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+}
+
+/// Boxes, choosers and menus count as inside the command.
+bool AsksTheUser() {
+    return QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
+}
+
+}  // namespace
+
+bool Busy::At(double percent) {
+    bar_.setValue(static_cast<int>(percent));
+    if (sinceYield_.elapsed() >= kYieldMilliseconds) {
+        QCoreApplication::processEvents();
+        sinceYield_.restart();
+    }
+    return !isStopped_;
+}
+
+bool Busy::eventFilter(QObject* object, QEvent* event) {
+    if (!IsInput(event->type()) || AsksTheUser()) return QObject::eventFilter(object, event);
+    if (IsEscape(event)) Stop();
+    return true;
+}
+
+void Busy::Begin() {
+    isActive_ = true;
+    isStopped_ = false;
+    bar_.setValue(0);
+    sinceYield_.start();
+    qApp->installEventFilter(this);
+}
+
+void Busy::End() {
+    // What was pressed while the command ran is dropped with it.
+    QCoreApplication::processEvents();
+    qApp->removeEventFilter(this);
+    isActive_ = false;
+}
+
+}  // namespace pictavo

@@ -1,0 +1,187 @@
+#include "ui/Form1.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QTabWidget>
+
+#include "core/Version.h"
+#include "session/Messages.h"
+#include "session/OpenFiles.h"
+#include "session/OpenFullflash.h"
+#include "session/OpenNames.h"
+#include "session/Settings.h"
+#include "session/ShowPicture.h"
+#include "session/StartUp.h"
+#include "ui/Captions.h"
+#include "ui/MenuParts.h"
+#include "ui/QtText.h"
+
+namespace pictavo {
+
+namespace {
+
+/// Whatever the desktop's theme: the transparency rules compute against it.
+constexpr QRgb kBackground = 0xFFFFFFFF;
+
+QString Title(const FullflashImage& flash) {
+    const QString caption = QString("Pictavo v") + kVersion;
+    return flash.IsOpen() ? QtPath(flash.source->Path().filename()) + " - " + caption : caption;
+}
+
+/// The line at the bottom holds one line.
+QString OneLine(QString text) {
+    return text.replace('\n', ' ');
+}
+
+QString LineOf(const LanguageTable& texts, const Problem& problem) {
+    QStringList parts;
+    if (problem.number) parts.append(QString("%1").arg(*problem.number, 4, 10, QChar('0')));
+    for (const Notice& notice : NoticesOf(texts, problem.error)) parts.append(OneLine(Shown(notice.text)));
+    return parts.join(": ");
+}
+
+}  // namespace
+
+Form1::Form1(Session session, const WindowServices& services)
+    : session_(std::move(session)), services_(services), model_(session_) {
+    setObjectName("Form1");
+    setAcceptDrops(true);
+    MakeWidgets();
+    busy_.emplace(*progress_);
+    ports_.emplace(
+        Ports{services_.prompts, *busy_, services_.processes, services_.pictures, services_.associations});
+    MakeMenus();
+    Connect();
+    RefreshAll();
+}
+
+void Form1::Start(const std::vector<std::string>& names) {
+    Run([&](Session& session, Ports& ports) {
+        RemoveTemporaries(session);
+        const Status loaded = LoadSettings(session);
+        Settled();
+        if (!loaded) return Outcome::Refused(loaded.error());
+        return CheckAssociation(session, ports, services_.executable);
+    });
+    if (names.empty()) return;
+    Run([&](Session& session, Ports& ports) {
+        return OpenNames(session, ports, names, [this] { RefreshAll(); });
+    });
+    SelectFirstPicture();
+}
+
+void Form1::Run(const Command& command) {
+    if (busy_->IsActive()) return;
+    Outcome outcome;
+    {
+        const Busy::Scope scope(*busy_);
+        outcome = command(session_, *ports_);
+    }
+    RefreshAll();
+    ShowOutcome(outcome);
+    if (isClosing_) close();
+}
+
+void Form1::Open(const Command& command) {
+    const auto flashBefore = session_.flash.source;
+    Run(command);
+    if (session_.flash.source != flashBefore) SelectFirstPicture();
+}
+
+void Form1::closeEvent(QCloseEvent* event) {
+    if (!busy_->IsActive()) return QMainWindow::closeEvent(event);
+    isClosing_ = true;
+    busy_->Stop();
+    event->ignore();
+}
+
+void Form1::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void Form1::dropEvent(QDropEvent* event) {
+    for (const QUrl& url : event->mimeData()->urls())
+        if (url.isLocalFile())
+            Open([&](Session& session, Ports& ports) {
+                return OpenDropped(session, ports, StdPath(url.toLocalFile()));
+            });
+}
+
+void Form1::ShowSelectedRow(int row) {
+    if (busy_->IsActive() || row < 0 || row >= static_cast<int>(session_.rows.size())) return;
+    const Status shown = ShowRow(session_, static_cast<std::size_t>(row));
+    RefreshView();
+    RefreshMenus();
+    ShowLine(shown ? QString() : LineOf(session_.texts, {shown.error(), row}));
+}
+
+void Form1::SelectFirstPicture() {
+    if (session_.rows.empty()) return;
+    list_->setCurrentIndex(model_.index(0, 0));
+    list_->setFocus();
+}
+
+void Form1::ShowOutcome(const Outcome& outcome) {
+    if (!outcome.problems.empty()) return ShowLine(LineOf(session_.texts, outcome.problems.back()));
+    ShowLine(outcome.written > 0 ? Shown(session_.texts.str_Succes) : QString());
+}
+
+void Form1::ShowLine(const QString& text) {
+    line_->setText(text);
+    line_->setToolTip(text);
+}
+
+void Form1::RefreshAll() {
+    RefreshList();
+    info_->setText(session_.flash.IsOpen() ? Shown(IdentificationText(session_.texts, session_.flash))
+                                           : QString());
+    setWindowTitle(Title(session_.flash));
+    RefreshRecentFiles();
+    RefreshView();
+    RefreshMenus();
+}
+
+void Form1::Connect() {
+    connect(list_, &PictureList::RowShown, this, [this](int row) { ShowSelectedRow(row); });
+    connect(list_, &PictureList::ContextMenuWanted, this, [this](QPoint at) { ShowPicturesPopup(at); });
+    connect(picture_, &PictureView::ContextMenuWanted, this, [this](QPoint at) { ShowPicPopup(at); });
+    connect(transparency_, &QCheckBox::toggled, this, [this] { RefreshView(); });
+}
+
+std::size_t Form1::SelectedRow() const {
+    return static_cast<std::size_t>(std::max(list_->currentIndex().row(), 0));
+}
+
+/// Another flash has other rows; the same one at most other bold ones.
+void Form1::RefreshList() {
+    if (std::exchange(listed_, session_.flash.source) == session_.flash.source)
+        model_.RowsChanged();
+    else
+        model_.Reset();
+}
+
+void Form1::RefreshView() {
+    view_.drawsTransparency = transparency_->isChecked();
+    pictureFrame_->setTitle(WithoutMnemonic(Shown(session_.shown.caption)));
+    picture_->SetImage(session_.shown.isShown ? RenderPicture(session_.picture, view_, kBackground)
+                                              : QImage());
+    picture_->setAccessibleDescription(Shown(session_.shown.caption));
+}
+
+/// What the settings and the language file say comes to the window.
+void Form1::Settled() {
+    transparency_->setChecked(session_.settings.Transparency);
+    RefreshCaptions();
+}
+
+void Form1::RefreshCaptions() {
+    ApplyCaptions(*this, session_.texts.captions);
+    AssignMnemonics(menuBar()->actions());
+    AssignMnemonics(picturesPopup_->actions());
+    AssignMnemonics(picPopup_->actions());
+}
+
+}  // namespace pictavo

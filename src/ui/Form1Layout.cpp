@@ -1,0 +1,102 @@
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QProgressBar>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "ui/Form1.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr QSize kSize(1060, 640);
+constexpr QSize kLeastSize(760, 520);
+constexpr int kListShare = 3;  // of the window's width, against kViewShare
+constexpr int kViewShare = 2;
+constexpr int kInfoLines = 6;
+constexpr int kBarWidth = 220;
+
+}  // namespace
+
+void Form1::MakeWidgets() {
+    auto* splitter = new QSplitter(this);
+    splitter->setObjectName("Splitter1");
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(MakeLeftSide());
+    splitter->addWidget(MakeRightSide());
+    splitter->setStretchFactor(0, kListShare);
+    splitter->setStretchFactor(1, kViewShare);
+    setCentralWidget(splitter);
+    MakeBottom();
+    setMinimumSize(kLeastSize);
+    resize(kSize);
+    splitter->setSizes({kSize.width() * kListShare / (kListShare + kViewShare),
+                        kSize.width() * kViewShare / (kListShare + kViewShare)});
+}
+
+QWidget* Form1::MakeLeftSide() {
+    list_ = new PictureList;
+    list_->setObjectName("ListView1");
+    list_->setAccessibleName("Pictures");
+    list_->setModel(&model_);
+    tabs_ = new QTabWidget;
+    tabs_->setObjectName("TabStrip1");
+    tabs_->addTab(list_, "Pictures");
+    tabs_->tabBar()->setFocusPolicy(Qt::NoFocus);
+    return tabs_;
+}
+
+QWidget* Form1::MakePictureFrame() {
+    picture_ = new PictureView;
+    picture_->setObjectName("Picture1");
+    picture_->setAccessibleName("Picture");
+    pictureFrame_ = new QGroupBox;
+    pictureFrame_->setObjectName("PICframe");
+    auto* frameLayout = new QVBoxLayout(pictureFrame_);
+    frameLayout->addWidget(picture_, 1, Qt::AlignCenter);
+    return pictureFrame_;
+}
+
+QWidget* Form1::MakeInfoFrame() {
+    info_ = new QLabel;
+    info_->setObjectName("FFinfol");
+    info_->setTextFormat(Qt::PlainText);
+    info_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    info_->setMinimumHeight(kInfoLines * info_->fontMetrics().lineSpacing());
+    auto* frame = new QGroupBox("Fullflash info");
+    frame->setObjectName("FFinfo");
+    (new QVBoxLayout(frame))->addWidget(info_);
+    return frame;
+}
+
+QWidget* Form1::MakeRightSide() {
+    transparency_ = new QCheckBox("transparency");
+    transparency_->setObjectName("TransCheck");
+    auto* side = new QWidget;
+    auto* layout = new QVBoxLayout(side);
+    layout->addWidget(MakePictureFrame(), 1);
+    layout->addWidget(transparency_);
+    layout->addWidget(MakeInfoFrame());
+    return side;
+}
+
+void Form1::MakeBottom() {
+    progress_ = new QProgressBar;
+    progress_->setObjectName("ProgressBar1");
+    progress_->setAccessibleName("Progress");
+    progress_->setRange(0, 100);
+    progress_->setValue(0);
+    progress_->setMaximumWidth(kBarWidth);
+    line_ = new QLabel;
+    line_->setObjectName("Line1");
+    line_->setTextFormat(Qt::PlainText);
+    line_->setMinimumWidth(1);  // a long text must not widen the window
+    line_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    statusBar()->addWidget(line_, 1);
+    statusBar()->addPermanentWidget(progress_);
+}
+
+}  // namespace pictavo

@@ -1,0 +1,101 @@
+#include "ui/QtPrompts.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+#include "core/Version.h"
+#include "ui/QtText.h"
+
+namespace pictavo {
+
+namespace {
+
+QString BoxTitle(const std::string& title) {
+    return title.empty() ? QString("Pictavo") : Shown(title);
+}
+
+/// "Bitmap File (*.bmp)", with the patterns parted as Qt wants them.
+QString NameFilter(const FileFilter& filter) {
+    const std::string head = filter.text.substr(0, filter.text.rfind(" ("));
+    QStringList patterns;
+    for (const std::string& pattern : filter.patterns) patterns.append(QString::fromStdString(pattern));
+    return QString::fromStdString(head) + " (" + patterns.join(' ') + ")";
+}
+
+void Describe(QFileDialog& dialog, const FileChoice& choice) {
+    QStringList filters;
+    for (const FileFilter& filter : choice.filters) filters.append(NameFilter(filter));
+    dialog.setNameFilters(filters);
+    dialog.setDefaultSuffix(QString::fromStdString(choice.defaultExtension));
+    if (!choice.suggestedName.empty()) dialog.selectFile(QString::fromStdString(choice.suggestedName));
+}
+
+/// The chosen path; empty when cancelled. The folder is kept for the next time.
+std::filesystem::path Ask(QFileDialog& dialog, QString& folder) {
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    folder = dialog.directory().absolutePath();
+    return StdPath(dialog.selectedFiles().constFirst());
+}
+
+}  // namespace
+
+void QtPrompts::Attach(QWidget* window, std::function<std::optional<SaveCommand>()> popup) {
+    window_ = window;
+    popup_ = std::move(popup);
+}
+
+QWidget* QtPrompts::Parent() const {
+    QWidget* dialog = QApplication::activeModalWidget();
+    return dialog != nullptr ? dialog : window_;
+}
+
+QString QtPrompts::FolderFor(const FileChoice& choice) const {
+    return choice.folder.empty() ? folder_ : QtPath(choice.folder);
+}
+
+bool QtPrompts::Confirm(const Question& question) {
+    QMessageBox box(QMessageBox::Question, BoxTitle(question.title), Shown(question.text),
+                    QMessageBox::Ok | QMessageBox::Cancel, Parent());
+    box.setTextFormat(Qt::PlainText);
+    const bool losesSomething = question.about == Asked::Overwrite;
+    box.setDefaultButton(losesSomething ? QMessageBox::Cancel : QMessageBox::Ok);
+    return box.exec() == QMessageBox::Ok;
+}
+
+void QtPrompts::Tell(const Notice& notice) {
+    QMessageBox box(QMessageBox::NoIcon, BoxTitle(notice.title), Shown(notice.text), QMessageBox::Ok,
+                    Parent());
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+std::filesystem::path QtPrompts::ChooseOpen(const FileChoice& choice) {
+    QFileDialog dialog(Parent(), Shown(choice.title), FolderFor(choice));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    Describe(dialog, choice);
+    return Ask(dialog, folder_);
+}
+
+std::filesystem::path QtPrompts::ChooseSave(const FileChoice& choice) {
+    QFileDialog dialog(Parent(), Shown(choice.title), FolderFor(choice));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);  // the command asks, in its own words
+    Describe(dialog, choice);
+    return Ask(dialog, folder_);
+}
+
+std::filesystem::path QtPrompts::ChooseFolder(const std::string& title) {
+    QFileDialog dialog(Parent(), Shown(title), folder_);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    return Ask(dialog, folder_);
+}
+
+std::optional<SaveCommand> QtPrompts::ChooseSaveCommand() {
+    return popup_();
+}
+
+}  // namespace pictavo

@@ -1,0 +1,74 @@
+/// Pictavo, the window. Arguments: the files to open.
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+
+#include "core/Version.h"
+#include "session/Messages.h"
+#include "shell/Folders.h"
+#include "shell/ProgramFolder.h"
+#include "shell/QtPictureLoader.h"
+#include "shell/ReadMe.h"
+#include "shell/Shell_.h"
+#include "shell/WorkFolder.h"
+#include "ui/AppIcon.h"
+#include "ui/Form1.h"
+#include "ui/QtPrompts.h"
+#include "ui/QtText.h"
+
+namespace {
+
+using namespace pictavo;
+
+#ifdef _WIN32
+constexpr const char* kExecutableSuffix = ".exe";
+#else
+constexpr const char* kExecutableSuffix = "";
+#endif
+
+std::filesystem::path Executable(const std::string& name) {
+    return ProgramFolder() / (name + kExecutableSuffix);
+}
+
+/// Where things lie, and the settings that hold without a file.
+Session MakeSession(const std::filesystem::path& workFolder) {
+    Session session;
+    session.places.settingsFile = SettingsFile(ProgramFolder());
+    session.places.languageFolders = DataFolders(ProgramFolder());
+    session.places.codePage = IsLocaleCyrillic() ? CodePage::Windows1251 : CodePage::Windows1252;
+    session.settings.nConvert = PathText(Executable("pictavo-convert"));
+    session.settings.Language = "English";
+    session.workFiles.folder = workFolder;
+    return session;
+}
+
+int RunWindow(const std::filesystem::path& workFolder, const std::vector<std::string>& names) {
+    QtPrompts prompts;
+    QtProcessRunner processes;
+    QtPictureLoader pictures;
+    Form1 form(MakeSession(workFolder), {prompts, processes, pictures, nullptr, Executable("pictavo"),
+                                         [] { ShowReadMe(DataFolders(ProgramFolder())); }});
+    prompts.Attach(&form, [&form] { return form.PickSaveCommand(); });
+    form.show();
+    QTimer::singleShot(0, &form, [&] { form.Start(names); });
+    return QApplication::exec();
+}
+
+int Refuse(const Error& error) {
+    QMessageBox::critical(nullptr, "Pictavo",
+                          QtPath(error.path) + "\n" + QString::fromStdString(DetailText(error)));
+    return 1;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    QApplication application(count, arguments);
+    QApplication::setApplicationName("Pictavo");
+    QApplication::setApplicationVersion(kVersion);
+    QApplication::setWindowIcon(AppIcon());
+    const auto workFolder = WorkFolder::Open();
+    if (!workFolder) return Refuse(workFolder.error());
+    return RunWindow(workFolder->Path(), {arguments + 1, arguments + count});
+}

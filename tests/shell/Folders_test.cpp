@@ -1,0 +1,107 @@
+#include "shell/Folders.h"
+
+#include "support/Environment.h"
+#include "support/TempFolder.h"
+
+namespace pictavo::tests {
+namespace {
+
+/// A folder in which nobody, whatever his rights, can create a file.
+constexpr const char* kUnwritable = "/proc";
+
+class SettingsFileTest : public ::testing::Test {
+  protected:
+    SettingsFileTest() { std::filesystem::create_directory(program); }
+
+    void WriteBeside() { WriteFile(program / "Pictavo.ini", std::string("old")); }
+
+    void WriteForUser() {
+        std::filesystem::create_directory(user);
+        WriteFile(user / "Pictavo.ini", std::string("old"));
+    }
+
+    TempFolder temp;
+    const std::filesystem::path program = temp / "program";
+    const std::filesystem::path user = temp / "user";
+};
+
+TEST_F(SettingsFileTest, IsToBeWrittenBesideTheExecutable) {
+    EXPECT_EQ(SettingsFile(program, user), program / "Pictavo.ini");
+    EXPECT_TRUE(ListNames(program).empty());
+    EXPECT_FALSE(std::filesystem::exists(user));
+}
+
+TEST_F(SettingsFileTest, BesideTheExecutableWinsOverTheUsers) {
+    WriteBeside();
+    WriteForUser();
+    EXPECT_EQ(SettingsFile(program, user), program / "Pictavo.ini");
+    EXPECT_EQ(ReadText(program / "Pictavo.ini"), "old");
+}
+
+TEST_F(SettingsFileTest, OfTheUserIsTakenWhenItIsTheOnlyOne) {
+    WriteForUser();
+    EXPECT_EQ(SettingsFile(program, user), user / "Pictavo.ini");
+}
+
+TEST_F(SettingsFileTest, GoesToTheUsersFolderWhereNoneCanBeWrittenBesideTheExecutable) {
+    EXPECT_EQ(SettingsFile(kUnwritable, user / "deeper"), user / "deeper" / "Pictavo.ini");
+    EXPECT_TRUE(std::filesystem::is_directory(user / "deeper"));
+    EXPECT_TRUE(ListNames(user / "deeper").empty());
+}
+
+TEST_F(SettingsFileTest, IsNamedEvenWhereTheUsersFolderCanNotBeMade) {
+    const std::filesystem::path blocked = WriteFile(user, std::string("a file")) / "deeper";
+    EXPECT_EQ(SettingsFile(kUnwritable, blocked), blocked / "Pictavo.ini");
+}
+
+TEST_F(SettingsFileTest, StaysBesideTheExecutableWithoutAUsersFolder) {
+    EXPECT_EQ(SettingsFile(kUnwritable, {}), std::filesystem::path(kUnwritable) / "Pictavo.ini");
+}
+
+TEST(UserFolder, IsInTheConfigurationFolderThatIsSet) {
+    Environment environment;
+    environment.Set("XDG_CONFIG_HOME", "/home/x/settings");
+    EXPECT_EQ(UserFolder(), "/home/x/settings/pictavo");
+    environment.Unset("XDG_CONFIG_HOME");
+    environment.Set("HOME", "/home/y");
+    EXPECT_EQ(UserFolder(), "/home/y/.config/pictavo");
+}
+
+TEST(DataFolders, AreThatOfTheExecutableThenTheInstalledData) {
+    EXPECT_EQ(DataFolders("/usr/local/bin"),
+              (std::vector<std::filesystem::path>{"/usr/local/bin", "/usr/local/share/pictavo"}));
+}
+
+class LocaleTest : public ::testing::Test {
+  protected:
+    LocaleTest() {
+        for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"}) environment.Unset(variable);
+    }
+
+    Environment environment;
+};
+
+TEST_F(LocaleTest, IsCyrillicByItsScript) {
+    for (const char* name : {"ru_RU.UTF-8", "uk_UA", "ru", "bg_BG.CP1251", "be_BY"}) {
+        environment.Set("LANG", name);
+        EXPECT_TRUE(IsLocaleCyrillic()) << name;
+    }
+    for (const char* name : {"de_DE.UTF-8", "pl_PL", "en_US", "C", "C.UTF-8", "POSIX"}) {
+        environment.Set("LANG", name);
+        EXPECT_FALSE(IsLocaleCyrillic()) << name;
+    }
+}
+
+TEST_F(LocaleTest, IsThatOfTheVariableThatWins) {
+    environment.Set("LANG", "ru_RU.UTF-8");
+    environment.Set("LC_CTYPE", "de_DE.UTF-8");
+    EXPECT_FALSE(IsLocaleCyrillic());
+    environment.Set("LC_ALL", "uk_UA.UTF-8");
+    EXPECT_TRUE(IsLocaleCyrillic());
+    environment.Set("LC_ALL", "");
+    environment.Set("LC_CTYPE", "");
+    EXPECT_TRUE(IsLocaleCyrillic());
+}
+
+}  // namespace
+}  // namespace pictavo::tests

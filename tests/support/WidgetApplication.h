@@ -1,0 +1,35 @@
+#pragma once
+
+/// The QApplication that the window's program makes, for the tests of widgets. It needs no display: windows
+/// are drawn off-screen.
+
+#include <QApplication>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace pictavo::tests {
+
+class WidgetApplication final : public ::testing::Environment {
+  public:
+    void SetUp() override {
+        for (const char* variable : {"QT_SCALE_FACTOR", "QT_STYLE_OVERRIDE"}) qunsetenv(variable);
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        application_ = std::make_unique<QApplication>(count_, arguments_);
+    }
+    void TearDown() override { application_.reset(); }
+
+  private:
+    int count_ = 1;
+    char name_[16] = "pictavo-tests";
+    char* arguments_[2] = {name_, nullptr};
+    std::unique_ptr<QApplication> application_;
+};
+
+/// One of these in a test file gives the test program its application; further ones do nothing.
+inline ::testing::Environment* ProvideWidgetApplication() {
+    static ::testing::Environment* const provided =
+        ::testing::AddGlobalTestEnvironment(std::make_unique<WidgetApplication>().release());
+    return provided;
+}
+
+}  // namespace pictavo::tests

@@ -1,0 +1,87 @@
+#pragma once
+
+/// The real window on the offscreen platform, with scripted answers.
+
+#include <QAction>
+#include <QCheckBox>
+#include <QTest>
+
+#include "session/Settings.h"
+#include "support/SessionFixture.h"
+#include "support/WidgetApplication.h"
+#include "ui/Form1.h"
+#include "ui/MenuParts.h"
+
+namespace pictavo::tests {
+
+class WindowFixture : public SessionFixture {
+  protected:
+    WindowFixture() {
+        session.places.settingsFile = temp / "Pictavo.ini";
+        session.places.languageFolders = {temp.Path()};
+        session.settings.Language = "Test";
+        session.settings.nConvert = (temp / "converter").string();
+    }
+
+    /// The window with the session as it stands, shown.
+    void Show() {
+        WindowServices services{scripted.prompts, scripted.processes, scripted.pictures};
+        services.showReadMe = [this] { ++readMeShown; };
+        form = std::make_unique<Form1>(std::move(session), services);
+        form->show();
+    }
+
+    /// The same with a flash of four icons open.
+    void ShowFourIcons() {
+        Open(FourIcons());
+        Show();
+    }
+
+    const Session& State() const { return form->State(); }
+
+    template <typename Control>
+    Control& Find(const char* name) const {
+        auto* control = form->findChild<Control*>(name);
+        EXPECT_NE(control, nullptr) << name;
+        return *control;
+    }
+
+    QAction& Entry(const QString& name) const {
+        QAction* entry = FindEntry(*form, name);
+        EXPECT_NE(entry, nullptr) << name.toStdString();
+        return *entry;
+    }
+
+    /// As a user can: an entry that is disabled or hidden does nothing.
+    void Trigger(const QString& name) const {
+        EXPECT_TRUE(Entry(name).isEnabled() && Entry(name).isVisible()) << name.toStdString();
+        Entry(name).trigger();
+    }
+
+    bool IsEnabled(const QString& name) const { return Entry(name).isEnabled(); }
+    bool IsChecked(const QString& name) const { return Entry(name).isChecked(); }
+    std::string CaptionOf(const QString& name) const { return PlainCaption(Entry(name).text()); }
+
+    PictureList& List() const { return Find<PictureList>("ListView1"); }
+
+    void Select(int row) const { List().setCurrentIndex(List().model()->index(row, 0)); }
+
+    /// The line above the picture.
+    std::string FrameCaption() const { return PlainCaption(Find<QGroupBox>("PICframe").title()); }
+
+    /// The picture box as it is painted.
+    QImage Painted() const { return Find<PictureView>("Picture1").grab().toImage(); }
+
+    /// A bitmap to replace pictures with.
+    std::filesystem::path Bitmap(const std::string& name, int width = 4, int height = 4) const {
+        return WriteFile(temp / name,
+                         samples::MakeBmp(samples::DrawOneColour(width, height, {255, 0, 0, 255}), 32));
+    }
+
+    void WriteLanguage(const std::string& lines) const { WriteFile(temp / "Test.lng", lines); }
+
+    std::unique_ptr<Form1> form;
+    int readMeShown = 0;
+};
+
+}  // namespace pictavo::tests

@@ -1,0 +1,556 @@
+#include "ui/Form1.h"
+
+#include <QApplication>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QTabWidget>
+#include <QTimer>
+#include <set>
+
+#include "support/WindowFixture.h"
+
+namespace pictavo::tests {
+namespace {
+
+const auto* const kApplication = ProvideWidgetApplication();
+
+class Form1Test : public WindowFixture {};
+
+const std::vector<const char*> kEntries = {"mnu_File",
+                                           "mnu_FileOpen",
+                                           "mnu_File_MRU1",
+                                           "mnu_File_MRU2",
+                                           "mnu_File_MRU3",
+                                           "mnu_FileClose",
+                                           "mnu_FileExit",
+                                           "mnu_FullFlash",
+                                           "mnu_Fullflash_SavePatch",
+                                           "mnu_Fullflash_BuckUpPIT",
+                                           "mnu_Fullflash_RebuildPIT",
+                                           "mnu_View",
+                                           "mnu_View_R",
+                                           "mnu_View_G",
+                                           "mnu_View_B",
+                                           "mnu_View_Alpha",
+                                           "mnu_View_X1",
+                                           "mnu_View_X2",
+                                           "mnu_View_X3",
+                                           "mnu_View_X4",
+                                           "mnu_Settings",
+                                           "mnu_Help",
+                                           "mnu_Help_ReadMe",
+                                           "mnu_Help_About",
+                                           "mnu_PopupPictures",
+                                           "mnu_PopupPictures_Load",
+                                           "mnu_PopupPictures_Loads",
+                                           "mnu_PopupPictures_SaveAsGPF",
+                                           "mnu_PopupPictures_SaveAsGPFs",
+                                           "mnu_PopupPictures_SaveAsBMP",
+                                           "mnu_PopupPictures_SaveAsBMPs",
+                                           "mnu_PopupPictures_SaveAsPNG",
+                                           "mnu_PopupPictures_SavePatch",
+                                           "mnu_PopupPic",
+                                           "mnu_PopupPic_SaveAsGPF",
+                                           "mnu_PopupPic_SaveAsBMP",
+                                           "mnu_PopupPic_SaveAsPNG",
+                                           "mnu_PopupPic_SaveChannels",
+                                           "mnu_PopupPic_LoadChannels"};
+
+TEST_F(Form1Test, EveryEntryAndControlBearsItsName) {
+    Show();
+    EXPECT_EQ(form->objectName(), "Form1");
+    for (const char* name : kEntries) EXPECT_NE(FindEntry(*form, name), nullptr) << name;
+    for (const char* menu : {"mnu_PopupPictures_Load", "mnu_PopupPictures_Loads",
+                             "mnu_PopupPictures_SaveAsGPF", "mnu_PopupPic_SaveAsGPF"})
+        for (const char* depth : {"_1bit", "_8bit", "_16bit", "_24bit"})
+            EXPECT_NE(FindEntry(*form, QString(menu) + depth), nullptr) << menu << depth;
+    for (const char* name : {"ListView1", "TabStrip1", "ProgressBar1", "Picture1", "PICframe", "FFinfo",
+                             "FFinfol", "TransCheck"})
+        EXPECT_NE(form->findChild<QWidget*>(name), nullptr) << name;
+}
+
+TEST_F(Form1Test, EveryEntryThatIsNoMenuDoesSomething) {
+    Show();
+    for (const QAction* entry : form->findChildren<QAction*>()) {
+        if (entry->menu() != nullptr || entry->isSeparator() || !entry->objectName().startsWith("mnu_"))
+            continue;
+        const QMetaMethod triggered = QMetaMethod::fromSignal(&QAction::triggered);
+        struct Opened : QAction {
+            using QAction::isSignalConnected;
+        };
+        EXPECT_TRUE((entry->*(&Opened::isSignalConnected))(triggered)) << entry->objectName().toStdString();
+    }
+}
+
+TEST_F(Form1Test, WithoutALanguageFileTheCaptionsAreTheDesignedOnes) {
+    Show();
+    const std::vector<std::pair<const char*, const char*>> captions = {
+        {"mnu_File", "File"},
+        {"mnu_FileOpen", "Open"},
+        {"mnu_FileClose", "Close"},
+        {"mnu_FileExit", "Exit"},
+        {"mnu_FullFlash", "FullFlash"},
+        {"mnu_Fullflash_SavePatch", "Save Patch"},
+        {"mnu_Fullflash_BuckUpPIT", "BuckUp PIT"},
+        {"mnu_Fullflash_RebuildPIT", "Rebuild PIT"},
+        {"mnu_View", "View"},
+        {"mnu_View_R", "R"},
+        {"mnu_View_G", "G"},
+        {"mnu_View_B", "B"},
+        {"mnu_View_Alpha", "Alpha"},
+        {"mnu_View_X1", "X1"},
+        {"mnu_View_X4", "X4"},
+        {"mnu_Settings", "Settings"},
+        {"mnu_Help", "Help"},
+        {"mnu_Help_ReadMe", "ReadMe"},
+        {"mnu_Help_About", "About"},
+        {"mnu_PopupPictures_Load", "Load picture"},
+        {"mnu_PopupPictures_Loads", "Load pictures"},
+        {"mnu_PopupPictures_Load_1bit", "1 bit"},
+        {"mnu_PopupPictures_Loads_24bit", "24 bit"},
+        {"mnu_PopupPictures_SaveAsGPF", "Save as GPF"},
+        {"mnu_PopupPictures_SaveAsGPFs", "Save as GPFs"},
+        {"mnu_PopupPictures_SaveAsBMP", "Save as BMP"},
+        {"mnu_PopupPictures_SaveAsBMPs", "Save as BMPs"},
+        {"mnu_PopupPictures_SaveAsPNG", "Save as PNG"},
+        {"mnu_PopupPictures_SavePatch", "Save Patch"},
+        {"mnu_PopupPic_SaveAsGPF", "Save as GPF"},
+        {"mnu_PopupPic_SaveAsBMP", "Save as BMP"},
+        {"mnu_PopupPic_SaveAsPNG", "Save as PNG"},
+        {"mnu_PopupPic_SaveChannels", "Save channels"},
+        {"mnu_PopupPic_LoadChannels", "Load channels"}};
+    for (const auto& [name, caption] : captions) EXPECT_EQ(CaptionOf(name), caption) << name;
+    EXPECT_EQ(Find<QGroupBox>("FFinfo").title(), "Fullflash info");
+    EXPECT_EQ(Find<QCheckBox>("TransCheck").text(), "transparency");
+    EXPECT_EQ(Find<QTabWidget>("TabStrip1").tabText(0), "Pictures");
+}
+
+TEST_F(Form1Test, ALanguageFileNamesTheControlsAndWhatItLacksStays) {
+    WriteLanguage(
+        "str_all=alle\r\ncap_mnFileR=Datei\r\ncap_mnSBMP=Als BMP\r\ncap_FFinfo=Telefon\r\n"
+        "cap_TrCh=Durchsichtig\r\ncap_tStr1tab1=Bilder\r\ncap_mnSett=Einstellungen\r\n");
+    Show();
+    form->Start({});
+    EXPECT_EQ(CaptionOf("mnu_File"), "Datei");
+    EXPECT_EQ(CaptionOf("mnu_PopupPic_SaveAsBMP"), "Als BMP");
+    EXPECT_EQ(CaptionOf("mnu_PopupPictures_SaveAsBMPs"), "Als BMP (alle)");
+    EXPECT_EQ(CaptionOf("mnu_Settings"), "Einstellungen");
+    EXPECT_EQ(Find<QGroupBox>("FFinfo").title(), "Telefon");
+    EXPECT_EQ(Find<QCheckBox>("TransCheck").text(), "Durchsichtig");
+    EXPECT_EQ(Find<QTabWidget>("TabStrip1").tabText(0), "Bilder");
+    EXPECT_EQ(CaptionOf("mnu_FileOpen"), "Open");
+}
+
+TEST_F(Form1Test, ACaptionShowsItsAmpersand) {
+    WriteLanguage("cap_mnFileOp=Open & look\r\n");
+    Show();
+    form->Start({});
+    EXPECT_EQ(CaptionOf("mnu_FileOpen"), "Open & look");
+}
+
+TEST_F(Form1Test, NoTwoEntriesOfAMenuShareAMnemonic) {
+    Show();
+    form->Start({});
+    for (const QMenu* menu : form->findChildren<QMenu*>()) {
+        std::set<QChar> letters;
+        for (const QAction* entry : menu->actions()) {
+            const QString text = QString(entry->text()).remove("&&");
+            const auto at = text.indexOf('&');
+            if (at < 0) continue;
+            EXPECT_TRUE(letters.insert(text[at + 1].toLower()).second) << text.toStdString();
+        }
+    }
+}
+
+TEST_F(Form1Test, TheShortcutsAreTheUsualOnes) {
+    Show();
+    EXPECT_EQ(Entry("mnu_FileOpen").shortcut(), QKeySequence("Ctrl+O"));
+    EXPECT_EQ(Entry("mnu_Fullflash_SavePatch").shortcut(), QKeySequence("Ctrl+S"));
+    EXPECT_EQ(Entry("mnu_Help_ReadMe").shortcut(), QKeySequence("F1"));
+    for (int factor = 1; factor <= 4; ++factor)
+        EXPECT_EQ(Entry(QString("mnu_View_X%1").arg(factor)).shortcut(),
+                  QKeySequence(QString("Ctrl+%1").arg(factor)));
+}
+
+TEST_F(Form1Test, WithoutAFlashWhatNeedsOneIsDisabled) {
+    Show();
+    for (const char* name :
+         {"mnu_FileClose", "mnu_FullFlash", "mnu_Fullflash_SavePatch", "mnu_PopupPictures_SavePatch",
+          "mnu_PopupPic_SaveAsBMP", "mnu_PopupPictures_Load", "mnu_PopupPictures_SaveAsBMPs"})
+        EXPECT_FALSE(IsEnabled(name)) << name;
+    for (const char* name : {"mnu_FileOpen", "mnu_FileExit", "mnu_Settings", "mnu_Help_About", "mnu_View_X2"})
+        EXPECT_TRUE(IsEnabled(name)) << name;
+}
+
+TEST_F(Form1Test, OpeningEnablesCloseAndFullFlashAndShowsTheFirstPicture) {
+    Open(FourIcons());
+    Show();
+    scripted.prompts.Choose(flashPath);
+    Trigger("mnu_FileOpen");
+    EXPECT_TRUE(IsEnabled("mnu_FileClose"));
+    EXPECT_TRUE(IsEnabled("mnu_FullFlash"));
+    EXPECT_FALSE(IsEnabled("mnu_Fullflash_SavePatch"));
+    EXPECT_EQ(List().model()->rowCount(), 4);
+    EXPECT_EQ(List().currentIndex().row(), 0);
+    EXPECT_EQ(FrameCaption(), "0000 :: 16 x 16 :: 8bit :: uncompressed :: 256 bytes");
+    EXPECT_TRUE(Find<QLabel>("FFinfol").text().contains(": New-SGold\n"));
+    EXPECT_EQ(Find<QProgressBar>("ProgressBar1").value(), 100);
+    EXPECT_TRUE(form->windowTitle().startsWith("flash.bin"));
+}
+
+TEST_F(Form1Test, ClosingEmptiesTheListTheInformationAndTheMenus) {
+    ShowFourIcons();
+    Trigger("mnu_FileClose");
+    EXPECT_EQ(Find<QLabel>("FFinfol").text(), "");
+    EXPECT_EQ(List().model()->rowCount(), 0);
+    EXPECT_FALSE(IsEnabled("mnu_FileClose"));
+    EXPECT_FALSE(IsEnabled("mnu_FullFlash"));
+    EXPECT_EQ(State().flash.FreeSearchOffset, 262144U);
+}
+
+TEST_F(Form1Test, AMissingFileChosenIsToldAndNothingChanges) {
+    ShowFourIcons();
+    scripted.prompts.Choose(temp / "missing.bin");
+    Trigger("mnu_FileOpen");
+    EXPECT_EQ(scripted.prompts.notices.size(), 1U);
+    EXPECT_EQ(List().model()->rowCount(), 4);
+}
+
+TEST_F(Form1Test, RecentFilesAreShownByTheirPathsAndOpenAgain) {
+    Open(FourIcons());
+    Show();
+    scripted.prompts.Choose(flashPath);
+    Trigger("mnu_FileOpen");
+    Trigger("mnu_FileClose");
+    EXPECT_EQ(CaptionOf("mnu_File_MRU1"), flashPath.string());
+    EXPECT_FALSE(Entry("mnu_File_MRU2").isVisible());
+    Trigger("mnu_File_MRU1");
+    EXPECT_EQ(List().model()->rowCount(), 4);
+}
+
+TEST_F(Form1Test, ARecentFileThatIsGoneDoesNothingAndStays) {
+    session.settings.MRU[0] = (temp / "gone.bin").string();
+    Show();
+    Trigger("mnu_File_MRU1");
+    EXPECT_TRUE(scripted.prompts.notices.empty());
+    EXPECT_TRUE(Entry("mnu_File_MRU1").isVisible());
+}
+
+TEST_F(Form1Test, ArrowKeysShowEachPictureInTurn) {
+    ShowFourIcons();
+    Select(0);
+    for (const char* caption :
+         {"0001 :: 16 x 16 :: 8bit :: compressed", "0002 :: 16 x 16 :: 16bit :: compressed"}) {
+        QTest::keyClick(&List(), Qt::Key_Down);
+        EXPECT_TRUE(FrameCaption().starts_with(caption)) << FrameCaption();
+    }
+    QTest::keyClick(&List(), Qt::Key_Up);
+    EXPECT_TRUE(FrameCaption().starts_with("0001"));
+}
+
+TEST_F(Form1Test, APictureThatCanNotBeShownIsToldInTheFrameAndInNoBox) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    flash.AddPicture(250, 2, 0x05, Bytes(500, 0xE0));
+    Open(flash);
+    Show();
+    Select(0);
+    EXPECT_EQ(FrameCaption(), "0000 :: 250 x 2 :: LarPic!");
+    EXPECT_TRUE(scripted.prompts.notices.empty());
+    EXPECT_FALSE(IsEnabled("mnu_PopupPic_SaveAsBMP"));
+    EXPECT_EQ(Painted().pixelColor(100, 100), QColor(Qt::white));
+}
+
+TEST_F(Form1Test, TheListsPopupNeedsARow) {
+    Show();
+    QTest::mouseClick(List().viewport(), Qt::RightButton);
+    EXPECT_FALSE(Find<QMenu>("mnu_PopupPictures").isVisible());
+}
+
+TEST_F(Form1Test, ARightClickOnARowShowsTheListsPopup) {
+    ShowFourIcons();
+    const QRect row = List().visualRect(List().model()->index(2, 0));
+    QTest::mouseClick(List().viewport(), Qt::RightButton, {}, row.center());
+    EXPECT_TRUE(Find<QMenu>("mnu_PopupPictures").isVisible());
+    EXPECT_EQ(List().currentIndex().row(), 2);
+    Find<QMenu>("mnu_PopupPictures").close();
+}
+
+TEST_F(Form1Test, ThePicturesPopupNeedsACaption) {
+    ShowFourIcons();
+    auto& picture = Find<PictureView>("Picture1");
+    QTest::mouseClick(&picture, Qt::RightButton);
+    EXPECT_FALSE(Find<QMenu>("mnu_PopupPic").isVisible());
+    Select(0);
+    QTest::mouseClick(&picture, Qt::LeftButton);
+    EXPECT_FALSE(Find<QMenu>("mnu_PopupPic").isVisible());
+    QTest::mouseClick(&picture, Qt::RightButton);
+    EXPECT_TRUE(Find<QMenu>("mnu_PopupPic").isVisible());
+    Find<QMenu>("mnu_PopupPic").close();
+}
+
+TEST_F(Form1Test, OfTheMagnificationsOneIsChecked) {
+    ShowFourIcons();
+    EXPECT_TRUE(IsChecked("mnu_View_X1"));
+    for (int picked = 4; picked >= 1; --picked) {
+        Trigger(QString("mnu_View_X%1").arg(picked));
+        for (int factor = 1; factor <= 4; ++factor)
+            EXPECT_EQ(IsChecked(QString("mnu_View_X%1").arg(factor)), factor == picked);
+    }
+}
+
+TEST_F(Form1Test, AColourTogglesAndUnchecksAlpha) {
+    Show();
+    Trigger("mnu_View_Alpha");
+    Trigger("mnu_View_G");
+    EXPECT_TRUE(IsChecked("mnu_View_G"));
+    EXPECT_FALSE(IsChecked("mnu_View_R"));
+    EXPECT_FALSE(IsChecked("mnu_View_Alpha"));
+    Trigger("mnu_View_G");
+    EXPECT_FALSE(IsChecked("mnu_View_G"));
+}
+
+TEST_F(Form1Test, AlphaTakesTheColoursWithItAndBringsThemBack) {
+    Show();
+    Trigger("mnu_View_Alpha");
+    for (const char* name : {"mnu_View_R", "mnu_View_G", "mnu_View_B"}) EXPECT_FALSE(IsChecked(name)) << name;
+    EXPECT_TRUE(IsChecked("mnu_View_Alpha"));
+    Trigger("mnu_View_Alpha");
+    for (const char* name : {"mnu_View_R", "mnu_View_G", "mnu_View_B"}) EXPECT_TRUE(IsChecked(name)) << name;
+    EXPECT_FALSE(IsChecked("mnu_View_Alpha"));
+}
+
+TEST_F(Form1Test, EveryChangeOfTheViewRedrawsIt) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    flash.AddPicture(2, 1, 0x05, {0xE0, 0xC0});
+    Open(flash);
+    Show();
+    Select(0);
+    const QImage plain = Painted();
+    for (const char* name : {"mnu_View_R", "mnu_View_Alpha", "mnu_View_X3"}) {
+        const QImage before = Painted();
+        Trigger(name);
+        EXPECT_NE(Painted(), before) << name;
+    }
+    Trigger("mnu_View_Alpha");
+    Trigger("mnu_View_X1");
+    EXPECT_EQ(Painted(), plain);
+    Find<QCheckBox>("TransCheck").click();
+    EXPECT_NE(Painted(), plain);
+}
+
+TEST_F(Form1Test, EachLoadEntryReplacesInItsDepth) {
+    ShowFourIcons();
+    const std::vector<std::pair<const char*, int>> types = {
+        {"_1bit", 0x01}, {"_8bit", 0x05}, {"_16bit", 0x08}, {"_24bit", 0x0A}};
+    for (const auto& [depth, type] : types) {
+        Select(1);
+        scripted.prompts.Choose(Bitmap("new.bmp"));
+        scripted.prompts.Expect(Asked::Compress, false);
+        Trigger(QString("mnu_PopupPictures_Load") + depth);
+        const auto header = ReadGpfHeader(MemorySource(ReadFile(State().workFiles.Replacement(1))));
+        ASSERT_TRUE(header);
+        EXPECT_EQ(header->type, type);
+    }
+}
+
+TEST_F(Form1Test, EachLoadsEntryReplacesFromAFolderInItsDepth) {
+    ShowFourIcons();
+    std::filesystem::create_directory(temp / "new");
+    Bitmap("new/2.bmp");
+    const std::vector<std::pair<const char*, int>> types = {
+        {"_1bit", 0x01}, {"_8bit", 0x85}, {"_16bit", 0x88}, {"_24bit", 0x8A}};
+    for (const auto& [depth, type] : types) {
+        scripted.prompts.Choose(temp / "new");
+        scripted.prompts.Expect(Asked::Compress, type > 1);
+        Trigger(QString("mnu_PopupPictures_Loads") + depth);
+        const auto header = ReadGpfHeader(MemorySource(ReadFile(State().workFiles.Replacement(2))));
+        ASSERT_TRUE(header);
+        EXPECT_EQ(header->type, type);
+    }
+}
+
+TEST_F(Form1Test, AReplacedRowIsBoldInEveryColumnAndThePatchCanBeSaved) {
+    ShowFourIcons();
+    Select(1);
+    scripted.prompts.Choose(Bitmap("new.bmp"));
+    scripted.prompts.Expect(Asked::Compress, true);
+    Trigger("mnu_PopupPictures_Load_16bit");
+    const QAbstractItemModel& model = *List().model();
+    for (int column = 0; column < 7; ++column) {
+        EXPECT_TRUE(model.index(1, column).data(Qt::FontRole).value<QFont>().bold()) << column;
+        EXPECT_FALSE(model.index(0, column).data(Qt::FontRole).value<QFont>().bold()) << column;
+    }
+    EXPECT_TRUE(IsEnabled("mnu_Fullflash_SavePatch"));
+    EXPECT_TRUE(IsEnabled("mnu_PopupPictures_SavePatch"));
+    EXPECT_TRUE(FrameCaption().starts_with("1 :: 4 x 4 :: 16bit :: compressed")) << FrameCaption();
+}
+
+TEST_F(Form1Test, SavePatchAsksWithItsFilterAndNameAndDisablesItself) {
+    ShowFourIcons();
+    Select(1);
+    scripted.prompts.Choose(Bitmap("new.bmp"));
+    scripted.prompts.Expect(Asked::Compress, true);
+    Trigger("mnu_PopupPictures_Load_16bit");
+    scripted.prompts.Choose(temp / "mine");
+    Trigger("mnu_Fullflash_SavePatch");
+    const FileChoice& choice = scripted.prompts.choices.back();
+    EXPECT_EQ(choice.suggestedName, "GP_");
+    EXPECT_EQ(choice.defaultExtension, "vkp");
+    EXPECT_TRUE(std::filesystem::exists(temp / "mine.vkp"));
+    EXPECT_EQ(scripted.prompts.notices.back().text, "Succes");
+    EXPECT_FALSE(IsEnabled("mnu_Fullflash_SavePatch"));
+    EXPECT_TRUE(List().model()->index(1, 0).data(Qt::FontRole).value<QFont>().bold());
+    ExpectFlashUntouched();
+}
+
+TEST_F(Form1Test, TheSaveEntriesRunTheirCommands) {
+    ShowFourIcons();
+    Select(0);
+    for (const char* popup : {"mnu_PopupPic", "mnu_PopupPictures"}) {
+        scripted.prompts.Choose(temp / (std::string(popup) + ".bmp"));
+        Trigger(QString(popup) + "_SaveAsBMP");
+        EXPECT_TRUE(std::filesystem::exists(temp / (std::string(popup) + ".bmp")));
+        scripted.prompts.Expect(Asked::WriteGpf2, true);
+        scripted.prompts.Choose(temp / (std::string(popup) + ".gpf2"));
+        scripted.prompts.Expect(Asked::Compress, false);
+        Trigger(QString(popup) + "_SaveAsGPF_8bit");
+        EXPECT_TRUE(std::filesystem::exists(temp / (std::string(popup) + ".gpf2")));
+        std::filesystem::remove(temp / "converter");
+        Trigger(QString(popup) + "_SaveAsPNG");
+        EXPECT_EQ(scripted.prompts.notices.back().title, "nConvert");
+    }
+}
+
+TEST_F(Form1Test, TheCommandsOverAllPicturesWriteTheirFiles) {
+    ShowFourIcons();
+    scripted.prompts.Choose(temp / "bmps");
+    Trigger("mnu_PopupPictures_SaveAsBMPs");
+    scripted.prompts.Choose(temp / "gpfs");
+    scripted.prompts.Expect(Asked::WriteGpf2, false);
+    Trigger("mnu_PopupPictures_SaveAsGPFs");
+    EXPECT_EQ(ListNames(temp / "bmps").size(), 4U);
+    EXPECT_EQ(ListNames(temp / "gpfs").size(), 4U);
+    EXPECT_EQ(Find<QProgressBar>("ProgressBar1").value(), 100);
+}
+
+TEST_F(Form1Test, ThePitEntriesRunTheirCommands) {
+    ShowFourIcons();
+    scripted.prompts.Choose(temp / "pit");
+    Trigger("mnu_Fullflash_BuckUpPIT");
+    EXPECT_EQ(ListNames(temp / "pit").size(), 2U);
+    scripted.prompts.Choose({});
+    Trigger("mnu_Fullflash_RebuildPIT");
+    EXPECT_EQ(scripted.prompts.folderTitles.back(), "PlSel cFold 4open");
+}
+
+TEST_F(Form1Test, ReadMeIsShownAndAboutTellsWithTheMenusCaption) {
+    WriteLanguage("cap_mnHAbout=Wer\r\nstr_tnx=Danke\r\n");
+    Show();
+    form->Start({});
+    Trigger("mnu_Help_ReadMe");
+    EXPECT_EQ(readMeShown, 1);
+    Trigger("mnu_Help_About");
+    EXPECT_EQ(scripted.prompts.notices.back().title, "Wer");
+    EXPECT_NE(scripted.prompts.notices.back().text.find("\r\rDanke:\r"), std::string::npos);
+}
+
+TEST_F(Form1Test, WithoutALanguageTheThanksLineIsAColon) {
+    Show();
+    Trigger("mnu_Help_About");
+    EXPECT_NE(scripted.prompts.notices.back().text.find("\r\r:\r"), std::string::npos);
+    EXPECT_TRUE(scripted.prompts.notices.back().text.starts_with("Pictavo v1.3"));
+}
+
+TEST_F(Form1Test, ExitClosesTheWindow) {
+    Show();
+    Trigger("mnu_FileExit");
+    EXPECT_FALSE(form->isVisible());
+}
+
+TEST_F(Form1Test, TheFilesOfTheCommandLineAreOpenedAtTheStart) {
+    Open(FourIcons());
+    Show();
+    form->Start({flashPath.string()});
+    EXPECT_EQ(List().model()->rowCount(), 4);
+    EXPECT_TRUE(FrameCaption().starts_with("0000"));
+}
+
+TEST_F(Form1Test, AFileDroppedOpensAsFromTheDialog) {
+    Open(FourIcons());
+    std::filesystem::rename(flashPath, temp / "FLASH.BIN");
+    Show();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString((temp / "FLASH.BIN").string()))});
+    QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(form.get(), &drop);
+    EXPECT_EQ(List().model()->rowCount(), 4);
+}
+
+TEST_F(Form1Test, EscStopsACommandOverAllPictures) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    for (int i = 0; i < 2000; ++i) flash.AddPicture(60, 60, 0x05, Bytes(3600, 0xE0));
+    Open(flash);
+    Show();
+    scripted.prompts.Choose(temp / "out");
+    QTimer::singleShot(0, form.get(), [this] { QTest::keyClick(&List(), Qt::Key_Escape); });
+    Trigger("mnu_PopupPictures_SaveAsBMPs");
+    EXPECT_GT(ListNames(temp / "out").size(), 0U);
+    EXPECT_LT(ListNames(temp / "out").size(), 2000U);
+    EXPECT_LT(Find<QProgressBar>("ProgressBar1").value(), 100);
+}
+
+TEST_F(Form1Test, WhileACommandRunsNothingElseStartsAndClosingWaits) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    for (int i = 0; i < 2000; ++i) flash.AddPicture(60, 60, 0x05, Bytes(3600, 0xE0));
+    Open(flash);
+    Show();
+    Select(0);
+    scripted.prompts.Choose(temp / "out");
+    int meanwhile = 0;
+    QTimer::singleShot(0, form.get(), [&] {
+        ++meanwhile;
+        Entry("mnu_FileClose").trigger();
+        QTest::keyClick(form.get(), Qt::Key_O, Qt::ControlModifier);
+        QTest::mouseClick(List().viewport(), Qt::RightButton, {}, {20, 40});
+        form->close();
+        EXPECT_TRUE(form->isVisible());
+    });
+    Trigger("mnu_PopupPictures_SaveAsBMPs");
+    EXPECT_EQ(meanwhile, 1);
+    EXPECT_EQ(State().rows.size(), 2000U);
+    EXPECT_FALSE(Find<QMenu>("mnu_PopupPictures").isVisible());
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_LT(ListNames(temp / "out").size(), 2000U);
+}
+
+TEST_F(Form1Test, ClosingLeavesTheWorkFiles) {
+    ShowFourIcons();
+    Select(1);
+    scripted.prompts.Choose(Bitmap("new.bmp"));
+    scripted.prompts.Expect(Asked::Compress, true);
+    Trigger("mnu_PopupPictures_Load_16bit");
+    const auto workFile = State().workFiles.Replacement(1);
+    form->close();
+    form.reset();
+    EXPECT_TRUE(std::filesystem::exists(workFile));
+}
+
+TEST_F(Form1Test, TheSettingsTickTransparency) {
+    WriteFile(temp / "Pictavo.ini", std::string("Transparency=true\r\n"));
+    Show();
+    EXPECT_FALSE(Find<QCheckBox>("TransCheck").isChecked());
+    form->Start({});
+    EXPECT_TRUE(Find<QCheckBox>("TransCheck").isChecked());
+}
+
+TEST_F(Form1Test, ControlsHaveNamesForScreenReaders) {
+    Show();
+    for (const char* name : {"ListView1", "Picture1", "ProgressBar1"})
+        EXPECT_FALSE(Find<QWidget>(name).accessibleName().isEmpty()) << name;
+}
+
+}  // namespace
+}  // namespace pictavo::tests

@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include "session/Settings.h"
+#include "session/ShowPicture.h"
 #include "support/SessionFixture.h"
 #include "support/WidgetApplication.h"
 #include "ui/Form1.h"

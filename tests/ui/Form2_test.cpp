@@ -1,0 +1,185 @@
+#include "ui/Form2.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+
+#include "support/WindowFixture.h"
+
+namespace pictavo::tests {
+namespace {
+
+const auto* const kApplication = ProvideWidgetApplication();
+
+class Form2Test : public WindowFixture {
+  protected:
+    void Open() {
+        dialog = std::make_unique<Form2>(
+            session, scripted.ports, [this] { ++applied; }, nullptr);
+        dialog->show();
+    }
+
+    template <typename Control>
+    Control& In(const char* name) const {
+        return *dialog->findChild<Control*>(name);
+    }
+
+    void Click(const char* button) const { QTest::mouseClick(&In<QPushButton>(button), Qt::LeftButton); }
+    bool CanApply() const { return In<QPushButton>("Command3").isEnabled(); }
+    std::string Stored() const { return ReadText(temp / "Pictavo.ini"); }
+
+    std::unique_ptr<Form2> dialog;
+    int applied = 0;
+};
+
+TEST_F(Form2Test, ShowsTheSettingsUnderTheDesignedCaptions) {
+    session.settings.CompressGPF = true;
+    session.settings.HEXFilename = true;
+    Open();
+    EXPECT_EQ(dialog->windowTitle(), "Settings");
+    EXPECT_EQ(In<QLineEdit>("Text1").text().toStdString(), session.settings.nConvert);
+    EXPECT_EQ(In<QLineEdit>("Text2").text(), "Test");
+    const std::vector<std::tuple<const char*, const char*, bool>> checks = {
+        {"Check1", "Transparency", false},
+        {"Check2", "Compress GPF", true},
+        {"Check3", "GPF2 as Default", false},
+        {"Check4", "Zero in filename", false},
+        {"Check5", "HEX filename", true}};
+    for (const auto& [name, caption, isOn] : checks) {
+        EXPECT_EQ(In<QCheckBox>(name).text(), caption);
+        EXPECT_EQ(In<QCheckBox>(name).isChecked(), isOn) << name;
+    }
+    EXPECT_EQ(In<QPushButton>("Command1").text(), "Browse");
+    EXPECT_EQ(In<QPushButton>("Command2").text(), "OK");
+}
+
+TEST_F(Form2Test, ALanguageFileNamesItsControls) {
+    session.texts.captions = {{"Form2", "Einstellungen"},
+                              {"Form2.Check4", "Nullen"},
+                              {"Form2.Frame1", "Sprache"},
+                              {"Form2.Command3", "Uebernehmen"},
+                              {"TransCheck", "nicht hier"}};
+    Open();
+    EXPECT_EQ(dialog->windowTitle(), "Einstellungen");
+    EXPECT_EQ(In<QCheckBox>("Check4").text(), "Nullen");
+    EXPECT_EQ(In<QPushButton>("Command3").text(), "Uebernehmen");
+    EXPECT_EQ(In<QCheckBox>("Check5").text(), "HEX filename");
+}
+
+TEST_F(Form2Test, ApplyIsDisabledUntilSomethingChanges) {
+    for (const char* check : {"Check1", "Check2", "Check3", "Check4", "Check5"}) {
+        Open();
+        EXPECT_FALSE(CanApply());
+        In<QCheckBox>(check).click();
+        EXPECT_TRUE(CanApply()) << check;
+    }
+    for (const char* text : {"Text1", "Text2"}) {
+        Open();
+        In<QLineEdit>(text).setText("other");
+        EXPECT_TRUE(CanApply()) << text;
+    }
+}
+
+TEST_F(Form2Test, ApplyWritesTheFileReadsItBackAndDisablesItself) {
+    WriteFile(temp / "Deutsch.lng", std::string("str_Succes=Fertig\r\n"));
+    Open();
+    In<QCheckBox>("Check4").click();
+    In<QLineEdit>("Text2").setText("Deutsch");
+    Click("Command3");
+    EXPECT_NE(Stored().find("Language=Deutsch\r\n"), std::string::npos);
+    EXPECT_NE(Stored().find("ZeroFilename=true\r\n"), std::string::npos);
+    EXPECT_EQ(session.texts.str_Succes, "Fertig");
+    EXPECT_TRUE(session.settings.ZeroFilename);
+    EXPECT_EQ(applied, 1);
+    EXPECT_FALSE(CanApply());
+    EXPECT_TRUE(dialog->isVisible());
+}
+
+TEST_F(Form2Test, AnotherLanguageKeepsTheTextsThatItLacks) {
+    WriteFile(temp / "Deutsch.lng", std::string("str_Succes=Fertig\r\n"));
+    Open();
+    In<QLineEdit>("Text2").setText("Deutsch");
+    Click("Command3");
+    EXPECT_EQ(session.texts.str_fnExi, "fnExi");
+}
+
+TEST_F(Form2Test, OkAppliesAndCloses) {
+    Open();
+    In<QCheckBox>("Check3").click();
+    Click("Command2");
+    EXPECT_NE(Stored().find("DefaultGPF2=true\r\n"), std::string::npos);
+    EXPECT_FALSE(dialog->isVisible());
+}
+
+TEST_F(Form2Test, CancelLeavesTheFileAndTheSettings) {
+    WriteFile(temp / "Pictavo.ini", std::string("Language=Test\r\n"));
+    Open();
+    In<QCheckBox>("Check3").click();
+    Click("Command4");
+    EXPECT_EQ(Stored(), "Language=Test\r\n");
+    EXPECT_FALSE(session.settings.DefaultGPF2);
+    EXPECT_FALSE(dialog->isVisible());
+}
+
+TEST_F(Form2Test, SettingsThatCanNotBeWrittenAreToldAndHold) {
+    session.places.settingsFile = temp / "no such folder" / "Pictavo.ini";
+    Open();
+    In<QCheckBox>("Check3").click();
+    Click("Command3");
+    EXPECT_EQ(scripted.prompts.notices.size(), 1U);
+    EXPECT_TRUE(session.settings.DefaultGPF2);
+}
+
+TEST_F(Form2Test, TheLanguageIsChosenInASaveDialogAndOnlyItsBaseNameIsKept) {
+    std::filesystem::create_directory(temp / "elsewhere");
+    const auto file = WriteFile(temp / "elsewhere" / "My.German.lng", std::string());
+    Open();
+    scripted.prompts.Choose(file);
+    Click("Command1");
+    const FileChoice& choice = scripted.prompts.choices.back();
+    EXPECT_EQ(choice.title, "PlSel File 4open");
+    EXPECT_EQ(choice.filters.at(0).text, "Pictavo Language File (*.lng)");
+    EXPECT_EQ(choice.defaultExtension, "lng");
+    EXPECT_EQ(choice.folder, temp.Path());
+    EXPECT_EQ(In<QLineEdit>("Text2").text(), "My.German");
+    EXPECT_EQ(session.settings.Language, "Test");  // until it is applied
+    EXPECT_TRUE(CanApply());
+}
+
+TEST_F(Form2Test, ALanguageFileThatCanNotBeReadIsToldAndNotTaken) {
+    Open();
+    scripted.prompts.Choose(temp / "none.lng");
+    Click("Command1");
+    EXPECT_EQ(scripted.prompts.NoticeTexts(),
+              std::vector<std::string>{(temp / "none.lng").string() + "\rfnExi!"});
+    EXPECT_EQ(In<QLineEdit>("Text2").text(), "Test");
+}
+
+TEST_F(Form2Test, TheConverterIsTakenWithItsFullPath) {
+    const auto converter = WriteFile(temp / "nconvert", std::string("x"));
+    Open();
+    scripted.prompts.Choose(converter);
+    Click("Command5");
+    EXPECT_EQ(scripted.prompts.choices.back().filters.at(0).text, "nConvert File (nconvert.exe)");
+    EXPECT_EQ(In<QLineEdit>("Text1").text().toStdString(), converter.string());
+    scripted.prompts.Choose({});
+    Click("Command5");
+    EXPECT_EQ(In<QLineEdit>("Text1").text().toStdString(), converter.string());
+}
+
+TEST_F(Form2Test, OpeningReadsTheSettingsAgain) {
+    Show();
+    WriteFile(temp / "Pictavo.ini", std::string("ZeroFilename=true\r\n"));
+    bool wasChecked = false;
+    QTimer::singleShot(0, form.get(), [&] {
+        QWidget* opened = QApplication::activeModalWidget();
+        ASSERT_NE(opened, nullptr);
+        wasChecked = opened->findChild<QCheckBox*>("Check4")->isChecked();
+        opened->close();
+    });
+    Trigger("mnu_Settings");
+    EXPECT_TRUE(wasChecked);
+}
+
+}  // namespace
+}  // namespace pictavo::tests

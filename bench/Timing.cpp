@@ -58,6 +58,18 @@ long RunProgram(const std::vector<std::string>& arguments) {
     std::exit(1);
 }
 
+std::vector<double> NumbersOf(const std::vector<std::string>& arguments) {
+    std::string command;
+    for (const std::string& argument : arguments) command += "'" + argument + "' ";
+    FILE* pipe = popen(command.c_str(), "r");
+    std::vector<double> numbers;
+    for (double number = 0; pipe != nullptr && std::fscanf(pipe, "%lf", &number) == 1;)
+        numbers.push_back(number);
+    if (pipe != nullptr && pclose(pipe) == 0 && !numbers.empty()) return numbers;
+    std::fprintf(stderr, "%s failed\n", command.c_str());
+    std::exit(1);
+}
+
 bool Print(const std::string& what, const Comparison& comparison, double bound) {
     const bool holds = comparison.Ratio() <= bound;
     std::printf("%-58s %9.2f ms %9.2f ms   ratio %6.2f  bound %6.2f  %s\n", what.c_str(),

@@ -27,6 +27,9 @@ Comparison Compare(int rounds, const Timed& work, const Timed& peer);
 /// fails.
 long RunProgram(const std::vector<std::string>& arguments);
 
+/// Runs a program, and returns the numbers that it prints. Ends the benchmark when it fails.
+std::vector<double> NumbersOf(const std::vector<std::string>& arguments);
+
 /// Prints one line: what, both times, the ratio, the bound, and whether it holds.
 bool Print(const std::string& what, const Comparison& comparison, double bound);
 

@@ -113,7 +113,7 @@ Status AppendRecentFiles(const std::filesystem::path& path, const AppSettings& s
     std::error_code error;
     if (std::filesystem::exists(path, error)) PICTAVO_TRY(CopyOldLines(path, file));
     PICTAVO_TRY(file.Write(AsBytes(lines)));
-    return file.Commit(CommitMode::Replace, Durability::Synced);
+    return file.Commit(CommitMode::Replace);
 }
 
 void NoteRecentFile(AppSettings& settings, const std::string& path) {

@@ -4,6 +4,7 @@
 /// what a command does and asks stands in session/. Controls and entries bear their real names.
 
 #include <QGroupBox>
+#include <QHash>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
@@ -77,7 +78,7 @@ class Form1 final : public QMainWindow {
     void MakePicPopup();
     QAction& AddCommand(QMenu& menu, const QString& name, const QString& caption, Command command);
     void AddDepthMenu(QMenu& menu, const QString& name, const QString& caption, DepthCommand command);
-    QAction& Entry(const QString& name) const;
+    QAction& Entry(const QString& name);  ///< found once, since each picture shown asks for all of them
     void ShowPicturesPopup(const QPoint& position);
     void ShowPicPopup(const QPoint& position);
 
@@ -123,6 +124,7 @@ class Form1 final : public QMainWindow {
     QLabel* line_ = nullptr;
     QMenu* picturesPopup_ = nullptr;
     QMenu* picPopup_ = nullptr;
+    QHash<QString, QAction*> entries_;
     std::optional<Busy> busy_;
     std::optional<Ports> ports_;
 };

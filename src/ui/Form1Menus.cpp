@@ -74,8 +74,10 @@ void Form1::MakeMenus() {
     MakePicPopup();
 }
 
-QAction& Form1::Entry(const QString& name) const {
-    return *FindEntry(*this, name);
+QAction& Form1::Entry(const QString& name) {
+    QAction*& entry = entries_[name];
+    if (entry == nullptr) entry = FindEntry(*this, name);
+    return *entry;
 }
 
 QAction& Form1::AddCommand(QMenu& menu, const QString& name, const QString& caption, Command command) {

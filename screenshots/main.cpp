@@ -85,6 +85,7 @@ Session MakeSession(const QTemporaryDir& temporary) {
 }  // namespace
 
 int main(int count, char** arguments) {
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(count, arguments);
     if (count != 3) {

@@ -176,7 +176,7 @@ TEST_F(ChannelsTest, APictureThatIsRefusedClearsTheFlagsAndChangesNothing) {
 
 TEST_F(ChannelsTest, RememberingChangesTheFourSettingsOnly) {
     session.places.settingsFile = temp / "Pictavo.ini";
-    session.settings.ChanG = true;
+    session.settings.ChanG = session.settings.ChanB = true;
     session.settings.HEXFilename = true;
     session.settings.MRU[0] = "/a.bin";
     AppSettings expected = session.settings;

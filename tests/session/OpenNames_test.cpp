@@ -112,6 +112,13 @@ TEST_F(OpenNamesTest, EndingsAreExact) {
     EXPECT_TRUE(scripted.prompts.notices.empty());
 }
 
+TEST_F(OpenNamesTest, EndingsOfSeveralAreExactToo) {
+    const Outcome outcome = OpenAll({WriteFlash("A.BIN"), WriteGpfFile("b.GPF"), WriteBmp("c.JPG")});
+    EXPECT_EQ(outcome.problems.size(), 3U);
+    EXPECT_EQ(scripted.prompts.popups, 0);
+    EXPECT_TRUE(session.rows.empty());
+}
+
 TEST_F(OpenNamesTest, AMissingFileIsTriedAndTold) {
     EXPECT_FALSE(OpenAll({temp / "gone.bin"}).IsClean());
     EXPECT_EQ(scripted.prompts.NoticeTexts(), Names{(temp / "gone.bin").string() + "\rfnExi!"});

@@ -97,6 +97,9 @@ struct AlphaInk {
 constexpr int kMostMagnify = 4;
 using Line = std::array<Ink, kViewWidth + kMostMagnify>;
 
+// What begins inside the view is inside the Raster.
+static_assert(kViewWidth <= Raster::kColumns && kViewHeight <= Raster::kRows);
+
 /// How many pixels from the first one on begin inside `points`.
 int PixelsInside(int points, int magnify) {
     return (points - 1) / magnify + 1;
@@ -122,8 +125,8 @@ QRgb* PointsOf(QImage& image, int y) {
 
 template <typename InkOf>
 void Draw(const Picture& picture, int magnify, const InkOf& inkOf, QImage& image) {
-    const int columns = std::min({picture.width, Raster::kColumns, PixelsInside(kViewWidth, magnify)});
-    const int rows = std::min({picture.height, Raster::kRows, PixelsInside(kViewHeight, magnify)});
+    const int columns = std::min(picture.width, PixelsInside(kViewWidth, magnify));
+    const int rows = std::min(picture.height, PixelsInside(kViewHeight, magnify));
     Line line;
     for (int y = 0; y < rows; ++y) {
         ComposeLine(picture.raster.From(0, y), columns, magnify, inkOf, line);

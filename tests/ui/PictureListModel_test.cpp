@@ -73,6 +73,13 @@ TEST_F(PictureListModelTest, AReplacedPictureIsBold) {
     }
 }
 
+TEST_F(PictureListModelTest, ARowWithoutAMarkIsNotBold) {
+    Hold(2);
+    session.replaced.clear();
+    session.replaced.shrink_to_fit();
+    EXPECT_FALSE(At(1, 0, Qt::FontRole).isValid());
+}
+
 TEST_F(PictureListModelTest, AssistiveToolsHearTheHeadingAndThatAPictureIsReplaced) {
     Hold(2);
     session.replaced[1] = true;

@@ -334,6 +334,7 @@ TEST_F(PictureListTest, DigitsAreOfOneWidth) {
 
 TEST_F(PictureListTest, OnlyRowsInSightAreAskedForTheirTexts) {
     Hold(2500);
+    EXPECT_TRUE(list.uniformRowHeights());
     CountingModel counting(model);
     list.setModel(&counting);
     list.grab();

@@ -99,11 +99,7 @@ class ApplyCommand final : public Command {
 
     int Write(Front& front, const Pair& pair) const {
         cli::Run run(front, options_);
-        for (const std::string& input : {flash_, patch_})
-            if (IsSameFile(copy_, input))
-                return front.Fail({ErrorKind::OutputIsInput, copy_, std::nullopt,
-                                   "is the very file that is read; it is never written"});
-        const auto mode = AskTarget(run.session, run.ports, copy_);
+        const auto mode = AskTarget(run.session, run.ports, copy_, Inputs{flash_, patch_});
         if (!mode) return front.Fail(mode.error());
         if (!*mode) return front.Report(Outcome::Cancelled());
         const Status applied = ApplyPatch(pair.entries, *pair.flash, copy_, **mode == CommitMode::Replace);

@@ -4,6 +4,7 @@
 #include "codec/PictureEncoder.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "session/PicturesLoader.h"
+#include "session/Report.h"
 #include "session/SavePicture.h"
 #include "session/ShowPicture.h"
 
@@ -66,6 +67,7 @@ class ConvertCommand final : public Command {
         cli::Run run(front, options_);
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
         if (const Status loaded = Load(run); !loaded) return front.Fail(loaded.error());
+        if (!run.ports.progress.At(50)) return front.Fail(StoppedError());
         run.session.pictureNumber = *ParsePictureNumber(number_);
         Outcome saved = Save(run);
         for (Problem& problem : saved.problems) problem.error = WithPath(problem.error, out_);

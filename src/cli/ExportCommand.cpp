@@ -12,6 +12,9 @@ const std::map<std::string, BatchFormat> kFormats = {{"bmp", BatchFormat::Bmp},
                                                      {"gpf2", BatchFormat::Gpf2},
                                                      {"png", BatchFormat::Png}};
 
+/// More missing numbers than these are told in one line.
+constexpr std::size_t kMostLines = 10;
+
 class ExportCommand final : public Command {
   public:
     ExportCommand() : Command("export", "Save pictures of a fullflash as files, named by their numbers") {}
@@ -53,11 +56,18 @@ class ExportCommand final : public Command {
   private:
     void NoteMissing(const Session& session, const Batch& batch, Outcome& outcome) const {
         if (!batch.numbers) return;
-        const Error missing{ErrorKind::NoSuchPicture, flash_, std::nullopt,
-                            "the flash has no picture of this number"};
-        for (const int number : *batch.numbers)
-            if (number >= static_cast<int>(session.rows.size()))
-                outcome.problems.push_back({missing, number});
+        const auto rows = static_cast<int>(session.rows.size());
+        const std::set<int> missing(batch.numbers->lower_bound(rows), batch.numbers->end());
+        if (missing.size() > kMostLines) return NoteManyMissing(missing, outcome);
+        const Error error{ErrorKind::NoSuchPicture, flash_, std::nullopt,
+                          "the flash has no picture of this number"};
+        for (const int number : missing) outcome.problems.push_back({error, number});
+    }
+
+    void NoteManyMissing(const std::set<int>& missing, Outcome& outcome) const {
+        const std::string text = "the flash has no pictures of " + std::to_string(missing.size()) +
+                                 " of the numbers, of which the first is " + std::to_string(*missing.begin());
+        outcome.problems.push_back({{ErrorKind::NoSuchPicture, flash_, std::nullopt, text}, std::nullopt});
     }
 
     std::string flash_;

@@ -1,11 +1,13 @@
 #include "cli/Front.h"
 
+#include <array>
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <ostream>
 #include <unistd.h>
 
+#include "cli/Text.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/SystemFile.h"
 #include "session/Messages.h"
@@ -20,8 +22,18 @@ constexpr std::chrono::milliseconds kPatience{500};
 std::atomic<bool> interrupted{false};
 static_assert(std::atomic<bool>::is_always_lock_free, "set by a signal handler");
 
+constexpr std::array kInterrupts = {SIGINT, SIGTERM, SIGHUP};
+
+/// An interrupt that whoever started the program had ignored stays so.
+void HandleInterrupts(void (*handler)(int)) {
+    for (const int interrupt : kInterrupts)
+        if (std::signal(interrupt, handler) == SIG_IGN) std::signal(interrupt, SIG_IGN);
+}
+
+/// The next one ends the program.
 extern "C" void NoteInterrupt(int) {
     interrupted = true;
+    HandleInterrupts(SIG_DFL);
 }
 
 std::string ErrorText(const Error& error) {
@@ -76,12 +88,15 @@ bool TerminalProgress::At(double percent) {
 }
 
 void CatchInterrupts() {
-    std::signal(SIGINT, NoteInterrupt);
-    std::signal(SIGTERM, NoteInterrupt);
+    if (!interrupted) HandleInterrupts(NoteInterrupt);
+}
+
+void ReportFullDisks() {
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 void Front::Complain(const std::string& message) {
-    err << "pictavo-cli: " << message << '\n';
+    err << "pictavo-cli: " << OnOneLine(message) << '\n';
 }
 
 void Front::Complain(const Error& error) {

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "cli/Command.h"
 #include "cli/NumberList.h"
 #include "cli/Run.h"
@@ -5,6 +7,7 @@
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/OutputFile.h"
 #include "session/ReplacePictures.h"
+#include "session/Report.h"
 #include "session/SavePatch.h"
 
 namespace pictavo::cli {
@@ -44,6 +47,12 @@ std::string SectionLine(const PatchSection& section) {
            ", " + how + "\n";
 }
 
+/// A batch that the user stopped ends like any other, with the stop among its problems.
+bool WasStopped(const Outcome& outcome) {
+    return std::any_of(outcome.problems.begin(), outcome.problems.end(),
+                       [](const Problem& problem) { return problem.error.kind == ErrorKind::Stopped; });
+}
+
 class PatchCommand final : public Command {
   public:
     PatchCommand() : Command("patch", "Replace pictures and write the ViKlay patch that does it") {}
@@ -81,7 +90,7 @@ class PatchCommand final : public Command {
         if (const Status target = CheckTarget(); !target) return front.Fail(target.error());
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
         Outcome replaced = ReplaceAll(run);
-        if (replaced.end != Outcome::End::Done) return front.Report(replaced);
+        if (replaced.end != Outcome::End::Done || WasStopped(replaced)) return front.Report(replaced);
         PatchOutcome saved = SavePatchTo(run.session, run.ports, patch_);
         saved.outcome.problems.insert(saved.outcome.problems.begin(), replaced.problems.begin(),
                                       replaced.problems.end());
@@ -99,37 +108,45 @@ class PatchCommand final : public Command {
         return {};
     }
 
-    /// The pictures' files. Any file of the folder may be one, but no patch is: one of an earlier run may lie
-    /// there.
+    /// The pictures' files. Of the folder any that is named as a picture may be one.
     std::vector<std::filesystem::path> Inputs() const {
         std::vector<std::filesystem::path> inputs;
         for (const std::string& text : pictures_) inputs.emplace_back(ParseReplacement(text)->file);
-        std::error_code ignored;
-        if (folder_.empty()) return inputs;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_, ignored))
-            if (entry.path().extension() != ".vkp") inputs.push_back(entry.path());
+        std::error_code error;
+        for (auto entry = std::filesystem::directory_iterator(folder_, error);
+             !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
+            if (HasPictureExtension(entry->path())) inputs.push_back(entry->path());
         return inputs;
     }
 
     Outcome ReplaceAll(cli::Run& run) const {
         if (!folder_.empty())
             return ReplaceFromFolder(run.session, run.ports, folder_, TypeFor(std::nullopt));
+        return ReplaceOneByOne(run);
+    }
+
+    Outcome ReplaceOneByOne(cli::Run& run) const {
+        double percent = 0;
         for (const std::string& text : pictures_) {
-            const Replacement replacement = *ParseReplacement(text);
-            Outcome outcome = ReplaceOne(run, replacement);
-            if (outcome.end == Outcome::End::Done) continue;
-            outcome.problems.back().number = replacement.number;
-            return outcome;
+            Outcome outcome = ReplaceOne(run, *ParseReplacement(text));
+            if (outcome.end != Outcome::End::Done) return outcome;
+            percent += 100.0 / static_cast<double>(pictures_.size());
+            if (!run.ports.progress.At(percent)) return Outcome::Refused(StoppedError());
         }
         return {};
     }
 
     Outcome ReplaceOne(cli::Run& run, const Replacement& replacement) const {
         const auto index = static_cast<std::size_t>(replacement.number);
-        if (index < run.session.rows.size())
-            return ReplaceFrom(run.session, run.ports, index, replacement.file, TypeFor(replacement.bits));
-        return Outcome::Refused(
-            {ErrorKind::NoSuchPicture, flash_, std::nullopt, "the flash has no picture of this number"});
+        if (index >= run.session.rows.size()) return Outcome::Refused(NoSuchPicture(), replacement.number);
+        Outcome outcome =
+            ReplaceFrom(run.session, run.ports, index, replacement.file, TypeFor(replacement.bits));
+        for (Problem& problem : outcome.problems) problem.number = replacement.number;
+        return outcome;
+    }
+
+    Error NoSuchPicture() const {
+        return {ErrorKind::NoSuchPicture, flash_, std::nullopt, "the flash has no picture of this number"};
     }
 
     std::uint8_t TypeFor(std::optional<int> bits) const {

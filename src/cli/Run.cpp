@@ -58,6 +58,7 @@ Status Run::Open(const std::filesystem::path& flash) {
 }
 
 Status Run::OpenFlashWithTable(const std::filesystem::path& flash) {
+    CatchInterrupts();
     PICTAVO_TRY(Open(flash));
     return CheckIsFullflash();
 }
@@ -70,6 +71,7 @@ Status Run::CheckIsFullflash() const {
 }
 
 Status Run::NeedWorkFiles() {
+    CatchInterrupts();
     PICTAVO_TRY(RunFolder folder, RunFolder::Create());
     session.workFiles.folder = folder.Path();
     folder_.emplace(std::move(folder));

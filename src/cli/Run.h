@@ -32,14 +32,14 @@ class Run {
     /// Opens the flash, whatever it is; after this `session.flash` is usable.
     Status Open(const std::filesystem::path& flash);
 
-    /// The same, for commands that make no sense without a picture table.
+    /// The same, for commands that make no sense without a picture table. They heed interrupts from here on.
     Status OpenFlashWithTable(const std::filesystem::path& flash);
 
     /// Fails with UnknownFile when the open file has no place for a picture table: it is no fullflash, or one
     /// cut short.
     Status CheckIsFullflash() const;
 
-    /// Gives the session a folder of temporary files, removed when the run ends.
+    /// Gives the session a folder of temporary files, removed when the run ends, also after an interrupt.
     Status NeedWorkFiles();
 
     Session session;

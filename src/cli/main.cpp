@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "cli/Command.h"
+#include "cli/Text.h"
 #include "core/Version.h"
 #include "shell/ProgramFolder.h"
 
@@ -27,24 +28,40 @@ constexpr const char* kFooter =
     "Exit status: 0 done; 1 refused or failed, with the reasons on standard error; 2 wrong usage.\n"
     "Example: pictavo-cli patch phone.bin -o new.vkp --picture 12=logo.png@16 --compress";
 
+/// Flags take no text.
+bool TakesText(const CLI::Option& option) {
+    return option.get_items_expected_max() > 0;
+}
+
+std::string EmptyTextError(const std::string& text) {
+    return text.empty() ? "an empty text is no value" : "";
+}
+
 CLI::App* DeclareCommand(CLI::App& app, Command& command) {
     CLI::App* sub = app.add_subcommand(command.Name(), command.Description());
     command.Declare(*sub);
+    for (CLI::Option* option : sub->get_options())
+        if (TakesText(*option)) option->check(EmptyTextError);
     return sub;
+}
+
+/// As the usage line names it; empty for what can be left out.
+std::string UsageOf(const CLI::Option& option) {
+    if (option.get_positional()) return " " + option.get_name(true);
+    return option.get_required() ? " " + option.get_name() + " " + option.get_option_text() : "";
 }
 
 /// The last line of what standard error gets on wrong usage.
 std::string UsageLine(const CLI::App& app, const CLI::App* sub) {
     if (sub == nullptr) return "Usage: pictavo-cli COMMAND ARGUMENTS [OPTIONS]; see pictavo-cli --help";
     std::string arguments;
-    for (const CLI::Option* option : sub->get_options())
-        if (option->get_positional()) arguments += " " + option->get_name(true);
+    for (const CLI::Option* option : sub->get_options()) arguments += UsageOf(*option);
     return "Usage: " + app.get_name() + " " + sub->get_name() + arguments + " [OPTIONS]; see pictavo-cli " +
            sub->get_name() + " --help";
 }
 
 int WrongUsage(const CLI::App& app, const CLI::App* sub, const std::string& message) {
-    std::cerr << "pictavo-cli: " << message << '\n' << UsageLine(app, sub) << '\n';
+    std::cerr << "pictavo-cli: " << OnOneLine(message) << '\n' << UsageLine(app, sub) << '\n';
     return kWrongUsage;
 }
 
@@ -85,12 +102,16 @@ int Main(int count, char** arguments) {
     return kWrongUsage;
 }
 
+/// The command's own error lines say it all; what Qt would add to standard error is dropped.
+void DropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
+
 }  // namespace
 
 }  // namespace pictavo::cli
 
 int main(int count, char** arguments) {
+    qInstallMessageHandler(pictavo::cli::DropMessage);
+    pictavo::cli::ReportFullDisks();
     const QCoreApplication application(count, arguments);  // the picture readers are plugins that it finds
-    pictavo::cli::CatchInterrupts();
     return pictavo::cli::Main(count, arguments);
 }

@@ -1,5 +1,6 @@
 #include "codec/PictureSignature.h"
 
+#include <algorithm>
 #include <array>
 
 namespace pictavo {
@@ -85,6 +86,27 @@ Result<PictureFileInfo> ReadJpegInfo(const ByteSource& source) {
     }
 }
 
+/// The place of the first byte at or behind `at` that may begin a marker; the end of the file without one.
+Result<std::uint64_t> FindMarkerStart(const ByteSource& source, std::uint64_t at) {
+    while (at < source.Size()) {
+        PICTAVO_TRY(const ByteView view, source.ViewAt(at));
+        const auto found = std::find(view.begin(), view.end(), kMarkerStart);
+        at += static_cast<std::uint64_t>(found - view.begin());
+        if (found != view.end()) break;
+    }
+    return at;
+}
+
+/// Bytes of the marker at `at` and of its segment, at least one.
+Result<std::uint64_t> LengthOfSegment(const ByteSource& source, std::uint64_t at, std::uint8_t marker) {
+    constexpr std::uint8_t kStuffed = 0x00;  // behind a byte of data that would else begin a marker
+    if (marker == kMarkerStart) return std::uint64_t{1};
+    if (marker == kStuffed || StandsAlone(marker)) return std::uint64_t{2};
+    std::array<std::uint8_t, 2> length{};
+    PICTAVO_TRY([[maybe_unused]] const std::size_t count, source.ReadAt(at + 2, length));
+    return std::uint64_t{2} + BigEndian16(length);
+}
+
 bool TellsNoSize(const PictureFileInfo& info) {
     return info.width <= 0 || info.height <= 0;
 }
@@ -126,6 +148,25 @@ Result<PictureFileInfo> ReadPictureFileInfo(const ByteSource& source) {
     if (sizeStandsInHeader && TellsNoSize(info))
         return Fail(ErrorKind::Malformed, source.Path(), "its header tells no size of a picture");
     return info;
+}
+
+Status CheckJpegEnded(const ByteSource& source) {
+    constexpr std::uint8_t kStartOfScan = 0xDA;
+    constexpr std::uint8_t kEndOfImage = 0xD9;
+    bool hasScan = false;
+    for (std::uint64_t at = 2;;) {
+        PICTAVO_TRY(at, FindMarkerStart(source, at));
+        std::array<std::uint8_t, 2> marker{};
+        PICTAVO_TRY(const std::size_t count, source.ReadAt(at, marker));
+        const bool isEnd = marker[1] == kEndOfImage;
+        if (isEnd && hasScan) return {};
+        if (isEnd || count < marker.size())
+            return Fail(ErrorKind::Malformed, source.Path(), at,
+                        "the picture is cut short: its end marker is missing");
+        hasScan = hasScan || marker[1] == kStartOfScan;
+        PICTAVO_TRY(const std::uint64_t length, LengthOfSegment(source, at, marker[1]));
+        at += length;
+    }
 }
 
 }  // namespace pictavo

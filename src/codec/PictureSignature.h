@@ -25,4 +25,8 @@ struct PictureFileInfo {
 /// the file ends before its size is told, with Malformed when it tells none, and with ReadFailed.
 Result<PictureFileInfo> ReadPictureFileInfo(const ByteSource& source);
 
+/// Fails with Malformed when a JPEG file is cut short, that is when no end marker follows the start of its
+/// first scan, and with ReadFailed. Readers would fill up what is missing.
+Status CheckJpegEnded(const ByteSource& source);
+
 }  // namespace pictavo

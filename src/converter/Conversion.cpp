@@ -5,8 +5,8 @@
 #include <QImageReader>
 
 #include "codec/Bitmap.h"
-#include "converter/SilencedStandardError.h"
 #include "core/OutputFile.h"
+#include "core/SilencedStandardError.h"
 
 namespace pictavo {
 

@@ -22,7 +22,8 @@ Result<FolderIndex> FolderIndex::Read(const std::filesystem::path& folder) {
     std::vector<std::string> names;
     for (auto entry = std::filesystem::directory_iterator(folder, error);
          !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
-        names.push_back(entry->path().filename().string());
+        if (std::error_code ignored; entry->is_regular_file(ignored))
+            names.push_back(entry->path().filename().string());
     if (error)
         return Fail(ErrorKind::FileMissing, folder, "the folder can not be read (" + error.message() + ")");
     std::sort(names.begin(), names.end());

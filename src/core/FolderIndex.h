@@ -1,6 +1,7 @@
 #pragma once
 
-/// The names in a folder, read once, so that thousands of look-ups by name cost one reading of the folder.
+/// The files in a folder, read once, so that thousands of look-ups by name cost one reading of the folder.
+/// Regular files only, also through links: a folder or pipe hides no file.
 
 #include <filesystem>
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-/// The lines of a text file, one at a time, whatever their length and whether they end with CR LF or LF.
+/// The lines of a text file, one at a time, whether they end with CR LF or LF.
 
 #include <optional>
 #include <string>
@@ -14,7 +14,8 @@ class LineReader {
     /// `source` must outlive the reader, and nothing else may read it meanwhile.
     explicit LineReader(const ByteSource& source) : source_(source) {}
 
-    /// The next line without its end; nothing behind the last one. Fails with ReadFailed.
+    /// The next line without its end; nothing behind the last one. Fails with ReadFailed, and with Malformed,
+    /// naming the line, when more than 1 MiB stands before its LF.
     Result<std::optional<std::string>> Next();
 
     /// Number of the line that Next gave last, counted from 1.

@@ -110,7 +110,8 @@ Status CopyRange(const ByteSource& source, std::uint64_t offset, std::uint64_t l
 Status EnsureFolder(const std::filesystem::path& folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    if (std::filesystem::is_directory(folder)) return {};
+    std::error_code ignored;
+    if (std::filesystem::is_directory(folder, ignored)) return {};
     return Fail(
         ErrorKind::WriteFailed, folder,
         "can not be made a folder (" + (error ? error.message() : std::string("a file has this name")) + ")");

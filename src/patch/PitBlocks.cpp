@@ -9,6 +9,7 @@ namespace pictavo {
 namespace {
 
 constexpr std::size_t kOffsetDigits = 7;
+constexpr std::uint64_t kLongestSource = std::uint64_t{16} << 20;
 
 PictureFormat FormatOf(const PictureRecord& row) {
     return {row.width, row.height, BitDepthOf(row.typeCode).value_or(0), IsCompressed(row.typeCode)};
@@ -21,6 +22,25 @@ Failure EmptyBlock(const FullflashImage& flash, const char* what) {
 Status WriteBytes(OutputFile* file, ByteView bytes) {
     if (file == nullptr) return {};
     return file->Write(bytes);
+}
+
+Status CheckLength(const ByteSource& gpf) {
+    if (gpf.Size() <= kLongestSource) return {};
+    return Fail(ErrorKind::Malformed, gpf.Path(), "is longer than 16 MiB, which no picture is");
+}
+
+/// Such a picture is taken as it stands.
+bool CanNotBeDecoded(const Error& error) {
+    return error.kind == ErrorKind::BadBitDepth || error.kind == ErrorKind::TooLarge;
+}
+
+/// The data must fill the picture.
+Status CheckFilled(const ByteSource& gpf) {
+    Picture scratch;
+    const auto loaded = LoadGpf(gpf, scratch);
+    if (loaded ? loaded->decoded.complete : CanNotBeDecoded(loaded.error())) return {};
+    if (!loaded) return Failure(loaded.error());
+    return Fail(ErrorKind::Truncated, gpf.Path(), "the file ends inside the picture's data");
 }
 
 /// The source file's bytes behind its head, filled up to whole steps of sixteen bytes.
@@ -66,9 +86,11 @@ Result<FileRange> PictureBlockRange(const FullflashImage& flash, const std::vect
 Result<RebuildSource> ReadRebuildSource(const FullflashImage& flash, const PictureRecord& record,
                                         const std::filesystem::path& gpf) {
     PICTAVO_TRY(const auto file, FileSource::Open(gpf));
+    PICTAVO_TRY(CheckLength(*file));
     PICTAVO_TRY(const GpfHeader header, ReadGpfHeader(*file));
     if (const Status fits = CheckFitsRecord(flash, header); !fits)
         return Failure(WithPath(fits.error(), gpf));
+    PICTAVO_TRY(CheckFilled(*file));
     return RebuildSource{record, gpf, header};
 }
 

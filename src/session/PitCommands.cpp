@@ -23,8 +23,8 @@ struct Block {
 };
 
 Result<std::optional<Block>> BeginBlock(const Session& session, Ports& ports,
-                                        const std::filesystem::path& path) {
-    PICTAVO_TRY(const auto mode, AskTarget(session, ports, path));
+                                        const std::filesystem::path& path, const Inputs& inputs = {}) {
+    PICTAVO_TRY(const auto mode, AskTarget(session, ports, path, inputs));
     if (!mode) return std::optional<Block>();
     PICTAVO_TRY(OutputFile file, OutputFile::Create(path));
     return std::optional<Block>(Block{std::move(file), *mode});
@@ -40,10 +40,19 @@ Result<bool> BackupRange(const Session& session, Ports& ports, const std::filesy
     return true;
 }
 
+/// Both files are named by the offsets at which they begin.
+Status CheckNamesDiffer(const Session& session, const FileRange& table) {
+    if (session.rows.front().picOffset != table.begin) return {};
+    return Fail(
+        ErrorKind::Malformed, session.flash.source->Path(), table.begin,
+        "the first picture begins where the picture table does, so that both files would have one name");
+}
+
 /// Both ranges are known before the first file is begun.
 Result<std::size_t> BackupBoth(const Session& session, Ports& ports, const std::filesystem::path& folder) {
     PICTAVO_TRY(const FileRange table, PitRange(session.flash));
     PICTAVO_TRY(const FileRange pictures, PictureBlockRange(session.flash, session.rows));
+    PICTAVO_TRY(CheckNamesDiffer(session, table));
     PICTAVO_TRY(EnsureFolder(folder));
     PICTAVO_TRY(const bool tableWritten, BackupRange(session, ports, folder, table));
     PICTAVO_TRY(const bool picturesWritten, BackupRange(session, ports, folder, pictures));
@@ -81,6 +90,21 @@ std::vector<RebuildSource> ReadSources(const Session& session, const FolderIndex
     return sources;
 }
 
+Inputs FilesOf(const std::vector<RebuildSource>& sources) {
+    Inputs files;
+    for (const RebuildSource& source : sources) files.push_back(source.gpf);
+    return files;
+}
+
+/// What can be told before a source is looked at.
+Status CheckRebuildable(const Session& session) {
+    PICTAVO_TRY(const FileRange table, PitRange(session.flash));
+    if (session.rows.empty())
+        return Fail(ErrorKind::EmptyBlock, session.flash.source->Path(),
+                    "the picture table holds no picture");
+    return CheckNamesDiffer(session, table);
+}
+
 Status CommitBlock(std::optional<Block>& block) {
     return block ? block->file.Commit(block->mode, Durability::Synced) : Status();
 }
@@ -89,8 +113,12 @@ Status CommitBlock(std::optional<Block>& block) {
 Result<std::size_t> Rebuild(const Session& session, Ports& ports, const std::vector<RebuildSource>& sources,
                             const std::filesystem::path& folder) {
     PICTAVO_TRY(const FileRange tableRange, PitRange(session.flash));
-    PICTAVO_TRY(auto table, BeginBlock(session, ports, BlockPath(folder, tableRange.begin)));
-    PICTAVO_TRY(auto block, BeginBlock(session, ports, BlockPath(folder, sources.front().record.picOffset)));
+    const Inputs inputs = FilesOf(sources);
+    const auto begin = [&](std::uint64_t offset) {
+        return BeginBlock(session, ports, BlockPath(folder, offset), inputs);
+    };
+    PICTAVO_TRY(auto table, begin(tableRange.begin));
+    PICTAVO_TRY(auto block, begin(sources.front().record.picOffset));
     const RebuildOutputs outputs{table ? &table->file : nullptr, block ? &block->file : nullptr};
     const double count = static_cast<double>(sources.size());
     const Status rebuilt = RebuildBlocks(session.flash, sources, outputs, [&](std::size_t row) {
@@ -132,11 +160,8 @@ Outcome RebuildPit(Session& session, Ports& ports) {
 
 Outcome RebuildPitFrom(Session& session, Ports& ports, const std::filesystem::path& from,
                        const std::filesystem::path& to) {
-    if (const auto range = PitRange(session.flash); !range || session.rows.empty())
-        return Refuse(session, ports,
-                      range ? Error{ErrorKind::EmptyBlock, session.flash.source->Path(), std::nullopt,
-                                    "the picture table holds no picture"}
-                            : range.error());
+    if (const Status rebuildable = CheckRebuildable(session); !rebuildable)
+        return Refuse(session, ports, rebuildable.error());
     const auto folder = FolderIndex::Read(from);
     if (!folder) return Refuse(session, ports, folder.error());
     std::vector<Problem> problems;

@@ -4,6 +4,7 @@
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/OutputFile.h"
 #include "session/Messages.h"
+#include "tools/PNGcodec.h"
 
 namespace pictavo {
 
@@ -40,6 +41,15 @@ Result<std::filesystem::path> Convert(const Session& session, ProcessRunner& pro
                 "the converter " + PathText(session.Converter()) + " wrote no output");
 }
 
+/// A converter that ran out of disk, or was killed, may leave half a file.
+Status CheckWhole(const Session& session, const std::filesystem::path& png) {
+    PICTAVO_TRY(const auto source, FileSource::Open(png));
+    PICTAVO_TRY(const bool isWhole, IsWholePng(*source));
+    if (isWhole) return {};
+    return Fail(ErrorKind::ConverterFailed,
+                "the converter " + PathText(session.Converter()) + " wrote no whole PNG file");
+}
+
 }  // namespace
 
 std::filesystem::path Session::Converter() const {
@@ -65,7 +75,10 @@ Result<std::filesystem::path> ConvertPictureToPng(const Session& session, Proces
     RemovePngTemporaries(session);
     const std::filesystem::path bitmap = session.workFiles.PngBitmap();
     PICTAVO_TRY(WriteWholeFile(bitmap, ComposeBitmap(session.picture, hasAlpha), CommitMode::KeepExisting));
-    return Convert(session, processes, "png", hasAlpha, session.workFiles.Png(), bitmap);
+    const std::filesystem::path png = session.workFiles.Png();
+    PICTAVO_TRY(Convert(session, processes, "png", hasAlpha, png, bitmap));
+    PICTAVO_TRY(CheckWhole(session, png));
+    return png;
 }
 
 void RemovePngTemporaries(const Session& session) {

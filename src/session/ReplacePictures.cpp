@@ -13,6 +13,7 @@
 #include "session/Messages.h"
 #include "session/Names.h"
 #include "session/PicturesLoader.h"
+#include "session/PngConverter.h"
 #include "session/Report.h"
 #include "session/ShowPicture.h"
 
@@ -23,13 +24,17 @@ namespace {
 /// In the order in which a folder is searched for a picture.
 constexpr std::array kExtensions = {".gpf2", ".gpf", ".bmp", ".png", ".jpg", ".gif"};
 
+std::string Lowered(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
 /// The kind of a file is told by the last four characters of its name.
-bool IsGpfName(const std::filesystem::path& path) {
+std::string LoweredEnd(const std::filesystem::path& path) {
     std::string end = PathText(path);
     if (end.size() > 4) end.erase(0, end.size() - 4);
-    std::transform(end.begin(), end.end(), end.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return end == "gpf2" || end == ".gpf";
+    return Lowered(std::move(end));
 }
 
 /// A replacement must be whole: what the file does not hold would go to the phone as black.
@@ -41,7 +46,10 @@ Status LoadGpfWhole(Session& session, const std::filesystem::path& path) {
 
 Status LoadSource(Session& session, Ports& ports, const std::filesystem::path& path) {
     if (FileMissing(path)) return Fail(ErrorKind::FileMissing, path, "can not be opened");
-    return IsGpfName(path) ? LoadGpfWhole(session, path) : PicturesLoader(session, ports, path);
+    const std::string end = LoweredEnd(path);
+    if (end == "gpf2" || end == ".gpf") return LoadGpfWhole(session, path);
+    if (end == ".png") PICTAVO_TRY(CheckConverter(session));  // whatever the file holds
+    return PicturesLoader(session, ports, path);
 }
 
 GpfHeader HeaderFor(const Session& session, int number, std::uint8_t typeCode) {
@@ -98,6 +106,11 @@ void NoteProblem(const Session& session, Ports& ports, const Error& error, int n
 }
 
 }  // namespace
+
+bool HasPictureExtension(const std::filesystem::path& path) {
+    const std::string extension = Lowered(PathText(path.extension()));
+    return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
+}
 
 Outcome ReplacePicture(Session& session, Ports& ports, std::size_t index, std::uint8_t typeCode) {
     const auto answer = ports.prompts.ChooseOpen(SourceChoice(session, session.rows[index].number));

@@ -9,13 +9,16 @@
 
 namespace pictavo {
 
+/// True for a name with one of the extensions that a folder is searched for, in any case.
+bool HasPictureExtension(const std::filesystem::path& path);
+
 /// "Load picture" into row `index`, in the compressed type (81, 85, 88, 8A) of the depth that was picked:
 /// asks for the file, then ReplaceFrom.
 Outcome ReplacePicture(Session& session, Ports& ports, std::size_t index, std::uint8_t typeCode);
 
 /// Replaces row `index` by the picture of a file: asks for the compression unless CompressGPF is set, writes
-/// the work file, shows it, and marks the row. After a refusal nothing is marked and an older work file stays
-/// as it was.
+/// the work file, shows it, and marks the row. A file named .png is refused without a converter, whatever it
+/// holds. After a refusal nothing is marked and an older work file stays as it was.
 Outcome ReplaceFrom(Session& session, Ports& ports, std::size_t index, const std::filesystem::path& path,
                     std::uint8_t typeCode);
 

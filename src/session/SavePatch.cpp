@@ -1,7 +1,5 @@
 #include "session/SavePatch.h"
 
-#include <utility>
-
 #include "core/BasicCalculations_Tarsk.h"
 #include "patch/PatchWriter.h"
 #include "patch/PitBlocks.h"
@@ -88,7 +86,8 @@ void ConsumeWorkFiles(Session& session, const PatchPlan& plan) {
     for (const PatchSection& section : plan.sections)
         if (section.IsWritten()) RemoveWorkFile(session.workFiles.Replacement(section.row.record.number));
     session.flash.FreeSearchOffset = plan.freeSearchOffset;
-    if (std::exchange(session.pngPatchPending, false)) RemoveWorkFile(session.workFiles.PngPatch());
+    session.pngPatchPending = false;
+    RemoveWorkFile(session.workFiles.PngPatch());
 }
 
 }  // namespace

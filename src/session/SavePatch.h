@@ -18,9 +18,9 @@ struct PatchOutcome {
 PatchOutcome SavePatch(Session& session, Ports& ports);
 
 /// Writes the patch. Only when it stands complete are the work files of the written pictures deleted, the
-/// pending PNG patch consumed, and the search for free flash moved on; rows stay bold. A picture for which
-/// there is no free memory, or whose old bytes the flash does not hold, is a problem of the outcome: it stays
-/// pending, and saving a patch stays enabled.
+/// PNG patch (appended when it is pending) too, and the search for free flash moved on; rows stay bold. A
+/// picture for which there is no free memory, or whose old bytes the flash does not hold, is a problem of the
+/// outcome: it stays pending, and saving a patch stays enabled.
 PatchOutcome SavePatchTo(Session& session, Ports& ports, const std::filesystem::path& path);
 
 }  // namespace pictavo

@@ -49,7 +49,7 @@ Outcome Finish(const Session& session, Ports& ports, const Status& status) {
 template <typename Write>
 Outcome WriteTarget(const Session& session, Ports& ports, const std::filesystem::path& path,
                     const std::filesystem::path& input, Write write) {
-    const auto mode = AskTarget(session, ports, path, input);
+    const auto mode = AskTarget(session, ports, path, Inputs{input});
     if (!mode) return Refuse(session, ports, mode.error());
     if (!*mode) return Outcome::Cancelled();
     return Finish(session, ports, write(**mode));

@@ -1,28 +1,35 @@
 #include "session/Targets.h"
 
+#include <algorithm>
+
 #include "session/Messages.h"
 
 namespace pictavo {
 
 namespace {
 
-bool NameIsTaken(const std::filesystem::path& path) {
-    std::error_code error;
-    return std::filesystem::exists(std::filesystem::symlink_status(path, error));
+bool IsInput(const Session& session, const std::filesystem::path& path, const Inputs& inputs) {
+    if (session.flash.IsOpen() && IsSameFile(path, session.flash.source->Path())) return true;
+    return std::any_of(inputs.begin(), inputs.end(),
+                       [&](const std::filesystem::path& input) { return IsSameFile(path, input); });
 }
 
-bool IsInput(const Session& session, const std::filesystem::path& path, const std::filesystem::path& input) {
-    if (session.flash.IsOpen() && IsSameFile(path, session.flash.source->Path())) return true;
-    return !input.empty() && IsSameFile(path, input);
+/// A file can be replaced, and so can a link, whatever it leads to.
+Status CheckReplaceable(const std::filesystem::path& path, const std::filesystem::file_status& status) {
+    if (std::filesystem::is_regular_file(status) || std::filesystem::is_symlink(status)) return {};
+    return Fail(ErrorKind::WriteFailed, path,
+                std::filesystem::is_directory(status) ? "is a folder" : "is no regular file");
 }
 
 }  // namespace
 
 Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports,
-                                            const std::filesystem::path& path,
-                                            const std::filesystem::path& input) {
-    if (!NameIsTaken(path)) return std::optional(CommitMode::KeepExisting);
-    if (IsInput(session, path, input))
+                                            const std::filesystem::path& path, const Inputs& inputs) {
+    std::error_code ignored;
+    const std::filesystem::file_status status = std::filesystem::symlink_status(path, ignored);
+    if (!std::filesystem::exists(status)) return std::optional(CommitMode::KeepExisting);
+    PICTAVO_TRY(CheckReplaceable(path, status));
+    if (IsInput(session, path, inputs))
         return Fail(ErrorKind::OutputIsInput, path, "is the very file that is read; it is never written");
     if (ports.prompts.Confirm(OverwriteQuestion(session.texts, path)))
         return std::optional(CommitMode::Replace);

@@ -9,11 +9,13 @@
 
 namespace pictavo {
 
+/// Files that a command reads beside the open flash.
+using Inputs = std::vector<std::filesystem::path>;
+
 /// How `path` may be written: a new file, a replaced one, or nothing when the user declined to replace what
-/// is there. Fails with OutputIsInput, without asking, when `path` is the open flash or `input`, also through
-/// a link.
+/// is there. Fails without asking: with OutputIsInput when `path` is the open flash or one of `inputs`, also
+/// through a link, and with WriteFailed when it is neither a regular file nor a link.
 Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports,
-                                            const std::filesystem::path& path,
-                                            const std::filesystem::path& input = {});
+                                            const std::filesystem::path& path, const Inputs& inputs = {});
 
 }  // namespace pictavo

@@ -2,6 +2,7 @@
 
 #include <QImageReader>
 
+#include "core/SilencedStandardError.h"
 #include "shell/SourceDevice.h"
 
 namespace pictavo {
@@ -46,6 +47,7 @@ bool IsTooLarge(const QSize& size) {
 Result<ImportedPixels> QtPictureLoader::Load(const std::filesystem::path& path) {
     PICTAVO_TRY(const auto source, FileSource::Open(path));
     SourceDevice device(*source);
+    const SilencedStandardError silence;
     QImageReader::setAllocationLimit(kMostMegabytes);
     QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);

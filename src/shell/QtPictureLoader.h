@@ -6,7 +6,7 @@ namespace pictavo {
 
 /// Reads bitmaps, GIF and JPEG files through Qt's image readers, which need no display. The file's content
 /// decides on the reader, never its name. GIF and JPEG are plugins: a QCoreApplication must exist, which the
-/// program's main creates. What the readers say to the log is the program's to show or to drop.
+/// program's main creates. What the readers print to standard error goes nowhere.
 class QtPictureLoader final : public PictureLoader {
   public:
     Result<ImportedPixels> Load(const std::filesystem::path& path) override;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 
 #include "core/BasicCalculations_Tarsk.h"
 
@@ -23,6 +24,25 @@ struct Chunk {
     std::uint64_t offset;  // of its data
     std::uint32_t length;
 };
+
+std::uint64_t EndOf(const Chunk& chunk) {
+    return chunk.offset + chunk.length + kChecksumSize;
+}
+
+Result<bool> BeginsWithSignature(const ByteSource& source) {
+    std::array<std::uint8_t, kSignature.size()> start{};
+    PICTAVO_TRY([[maybe_unused]] const std::size_t count, source.ReadAt(0, start));
+    return start == kSignature;
+}
+
+/// The chunk at `offset`; nothing when the file ends inside its head.
+Result<std::optional<Chunk>> ChunkAt(const ByteSource& source, std::uint64_t offset) {
+    std::array<std::uint8_t, kChunkHeadSize> head{};
+    PICTAVO_TRY(const std::size_t count, source.ReadAt(offset, head));
+    if (count < head.size()) return std::optional<Chunk>();
+    return std::optional<Chunk>(
+        {std::string(AsText(ByteView(head).subspan(4))), offset + head.size(), BigEndian32(head)});
+}
 
 std::string ColourTypeName(std::uint8_t colourType) {
     switch (colourType) {
@@ -88,6 +108,7 @@ Status ReadPixelDataStart(const ByteSource& source, const Chunk& chunk, PNGInfo&
     return {};
 }
 
+/// Kept: the two numbers are read as signed.
 Status ReadPhysicalSize(const ByteSource& source, const Chunk& chunk, PNGInfo& info) {
     constexpr std::size_t kSize = 9;
     constexpr std::uint8_t kMetre = 1;
@@ -98,8 +119,8 @@ Status ReadPhysicalSize(const ByteSource& source, const Chunk& chunk, PNGInfo& i
         return {};
     }
     info.note = "Values in inch";
-    info.horizontalDpi = BigEndian32(data) / kInchesOfMetre;
-    info.verticalDpi = BigEndian32(ByteView(data).subspan(4)) / kInchesOfMetre;
+    info.horizontalDpi = static_cast<std::int32_t>(BigEndian32(data)) / kInchesOfMetre;
+    info.verticalDpi = static_cast<std::int32_t>(BigEndian32(ByteView(data).subspan(4))) / kInchesOfMetre;
     return {};
 }
 
@@ -150,21 +171,26 @@ Status ReadChunk(const ByteSource& source, const Chunk& chunk, PNGInfo& info) {
 }  // namespace
 
 Result<PNGInfo> ReadPNGInfo(const ByteSource& source) {
-    std::array<std::uint8_t, kSignature.size()> signature{};
-    PICTAVO_TRY([[maybe_unused]] const std::size_t count, source.ReadAt(0, signature));
-    if (signature != kSignature) return Fail(ErrorKind::UnknownFile, source.Path(), "This is not PNG!");
+    PICTAVO_TRY(const bool isPng, BeginsWithSignature(source));
+    if (!isPng) return Fail(ErrorKind::UnknownFile, source.Path(), "This is not PNG!");
     PNGInfo info;
-    std::uint64_t offset = signature.size();
-    while (offset < source.Size()) {
-        std::array<std::uint8_t, kChunkHeadSize> head{};
-        PICTAVO_TRY(const std::size_t headBytes, source.ReadAt(offset, head));
-        if (headBytes < head.size()) break;
-        const Chunk chunk{std::string(AsText(ByteView(head).subspan(4))), offset + head.size(),
-                          BigEndian32(head)};
-        PICTAVO_TRY(ReadChunk(source, chunk, info));
-        offset = chunk.offset + chunk.length + kChecksumSize;
+    for (std::uint64_t offset = kSignature.size();;) {
+        PICTAVO_TRY(const auto chunk, ChunkAt(source, offset));
+        if (!chunk) return info;
+        PICTAVO_TRY(ReadChunk(source, *chunk, info));
+        offset = EndOf(*chunk);
     }
-    return info;
+}
+
+Result<bool> IsWholePng(const ByteSource& source) {
+    PICTAVO_TRY(const bool isPng, BeginsWithSignature(source));
+    if (!isPng) return false;
+    for (std::uint64_t offset = kSignature.size();;) {
+        PICTAVO_TRY(const auto chunk, ChunkAt(source, offset));
+        if (!chunk || EndOf(*chunk) > source.Size()) return false;
+        if (chunk->type == "IEND") return true;
+        offset = EndOf(*chunk);
+    }
 }
 
 }  // namespace pictavo

@@ -46,4 +46,8 @@ struct PNGInfo {
 /// holds more than 256 entries, and with ReadFailed.
 Result<PNGInfo> ReadPNGInfo(const ByteSource& source);
 
+/// True when the file begins with the signature and holds its chunks up to IEND, that one included. Fails
+/// with ReadFailed.
+Result<bool> IsWholePng(const ByteSource& source);
+
 }  // namespace pictavo

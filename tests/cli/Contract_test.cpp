@@ -63,7 +63,49 @@ TEST_F(ContractTest, MissingArgumentsAreWrongUsageOfTheCommand) {
 }
 
 TEST_F(ContractTest, TheUsageLineNamesTheArguments) {
-    EXPECT_THAT(Cli({"apply", "one"}).err, HasSubstr("Usage: pictavo-cli apply PATCH FLASH [OPTIONS]"));
+    EXPECT_THAT(Cli({"apply", "one"}).err,
+                HasSubstr("Usage: pictavo-cli apply PATCH FLASH -o COPY [OPTIONS]"));
+}
+
+TEST_F(ContractTest, TheUsageLineNamesTheRequiredOptions) {
+    EXPECT_THAT(Cli({"patch"}).err, HasSubstr("Usage: pictavo-cli patch FLASH -o PATCH.vkp [OPTIONS]; see"));
+    EXPECT_THAT(Cli({"export"}).err, HasSubstr(" export FLASH -o DIR --format FORMAT [OPTIONS]; see"));
+    EXPECT_THAT(Cli({"rebuild-pit"}).err, HasSubstr(" rebuild-pit FLASH --from DIR -o DIR [OPTIONS]; see"));
+}
+
+TEST_F(ContractTest, AnEmptyArgumentIsWrongUsage) {
+    const std::string flash = Write(FourIcons());
+    for (const Arguments& command :
+         {Arguments{"info", ""}, Arguments{"list", ""}, Arguments{"png-info", ""},
+          Arguments{"export", "", "-o", Path("out"), "--format", "bmp"},
+          Arguments{"convert", "", Path("out.bmp")}, Arguments{"convert", flash, ""},
+          Arguments{"patch", "", "-o", Path("a.vkp")}, Arguments{"check", "", flash},
+          Arguments{"check", flash, ""}, Arguments{"apply", "", flash, "-o", Path("copy.bin")},
+          Arguments{"backup-pit", "", "-o", Path("out")}})
+        ExpectWrongUsage(Cli(command), "Usage: pictavo-cli " + command[0] + " ");
+}
+
+TEST_F(ContractTest, AnEmptyValueOfAnOptionIsWrongUsage) {
+    const std::string flash = Write(FourIcons());
+    const Arguments exported{"export", flash, "-o", Path("out"), "--format", "bmp"};
+    const Arguments patched{"patch", flash, "-o", Path("a.vkp")};
+    const std::vector<std::pair<Arguments, std::string>> options{
+        {{"export", flash, "--format", "bmp"}, "-o"},
+        {{"patch", flash}, "-o"},
+        {{"backup-pit", flash}, "-o"},
+        {{"rebuild-pit", flash, "-o", Path("out")}, "--from"},
+        {exported, "--pictures"},
+        {exported, "--converter"},
+        {patched, "--folder"},
+        {patched, "--picture"},
+        {patched, "--bits"},
+        {patched, "--converter"}};
+    for (const auto& [command, option] : options) {
+        Arguments arguments = command;
+        arguments.insert(arguments.end(), {option, ""});
+        ExpectWrongUsage(Cli(arguments), "Usage: pictavo-cli " + command[0] + " ");
+    }
+    EXPECT_EQ(ListNames(temp.Path()), (std::vector<std::string>{"flash.bin", "run folders"}));
 }
 
 TEST_F(ContractTest, AnUnknownOptionIsWrongUsage) {

@@ -27,6 +27,21 @@ class ConvertTest : public CliTest {
             samples::EncodeForPhone(drawing, typeCode));
     }
 
+    /// 8 x 8 pixels of one grey: a baseline file with one table of each kind.
+    static Bytes GreyJpeg() {
+        const Bytes start{0xFF, 0xD8, 0xFF, 0xDB, 0x00, 0x43, 0x00};  // and 64 bytes of 1
+        const Bytes rest{0xFF, 0xC0, 0x00, 0x0B, 0x08, 0x00, 0x08, 0x00, 0x08, 0x01, 0x01, 0x11, 0x00,  //
+                         0xFF, 0xC4, 0x00, 0x14, 0x00, 0x01, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                         0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  //
+                         0xFF, 0xC4, 0x00, 0x14, 0x10, 0x01, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                         0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  //
+                         0xFF, 0xDA, 0x00, 0x08, 0x01, 0x01, 0x00, 0x00, 0x3F, 0x00, 0x3F, 0xFF, 0xD9};
+        Bytes jpg(start.size() + 64 + rest.size(), 1);
+        std::copy(start.begin(), start.end(), jpg.begin());
+        std::copy(rest.rbegin(), rest.rend(), jpg.rbegin());
+        return jpg;
+    }
+
     Ended Convert(const std::string& in, const std::string& out, const Arguments& more = {}) const {
         Arguments arguments{"convert", in, (temp / out).string()};
         arguments.insert(arguments.end(), more.begin(), more.end());
@@ -56,19 +71,32 @@ TEST_F(ConvertTest, EveryKindBecomesEveryKind) {
 }
 
 TEST_F(ConvertTest, JpgIsReadToo) {
-    // 8 x 8 pixels of one grey: a baseline file with one table of each kind.
-    Bytes jpg{0xFF, 0xD8, 0xFF, 0xDB, 0x00, 0x43, 0x00};
-    jpg.insert(jpg.end(), 64, 1);
-    const Bytes rest{0xFF, 0xC0, 0x00, 0x0B, 0x08, 0x00, 0x08, 0x00, 0x08, 0x01, 0x01, 0x11, 0x00,  //
-                     0xFF, 0xC4, 0x00, 0x14, 0x00, 0x01, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
-                     0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  //
-                     0xFF, 0xC4, 0x00, 0x14, 0x10, 0x01, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
-                     0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  //
-                     0xFF, 0xDA, 0x00, 0x08, 0x01, 0x01, 0x00, 0x00, 0x3F, 0x00, 0x3F, 0xFF, 0xD9};
-    jpg.insert(jpg.end(), rest.begin(), rest.end());
-    ExpectDone(Convert(Write("grey.jpg", jpg), "grey.bmp"));
+    ExpectDone(Convert(Write("grey.jpg", GreyJpeg()), "grey.bmp"));
     const BmpFile file = ReadBmp(temp / "grey.bmp");
     EXPECT_TRUE(file.shown == samples::DrawOneColour(8, 8, {128, 128, 128, 255}));
+}
+
+TEST_F(ConvertTest, AJpgCutShortIsRefused) {
+    Bytes jpg = GreyJpeg();
+    for (const std::size_t lost : {1U, 2U, 3U}) {
+        jpg.resize(GreyJpeg().size() - lost);
+        const std::string name = std::to_string(lost) + ".jpg";
+        ExpectRefused(Convert(Write(name, jpg), "out.bmp"), {Path(name), "end marker"});
+    }
+    EXPECT_FALSE(std::filesystem::exists(temp / "out.bmp"));
+}
+
+TEST_F(ConvertTest, WhatAPictureReaderSaysOfAnOddFileIsNotPassedOn) {
+    around.environment.emplace_back("QT_FORCE_STDERR_LOGGING=1");
+    Bytes jpg = GreyJpeg();
+    jpg.erase(jpg.end() - 3);  // the only byte of its scan
+    ExpectDone(Convert(Write("odd.jpg", jpg), "odd.bmp"));
+}
+
+TEST_F(ConvertTest, WhatTheToolkitSaysIsNotPassedOn) {
+    around.environment.insert(around.environment.end(),
+                              {"QT_FORCE_STDERR_LOGGING=1", "QT_LOGGING_RULES=*=true"});
+    ExpectDone(Convert(Write("grey.jpg", GreyJpeg()), "grey.bmp"));
 }
 
 TEST_F(ConvertTest, ABitmapHas32BitsWithAlphaElse24) {

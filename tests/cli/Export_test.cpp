@@ -139,6 +139,15 @@ TEST_F(ExportTest, ANumberThatTheFlashDoesNotHaveIsReported) {
     ExpectOneComplaint(ended, {"picture 0004: ", flash, "no picture"});
 }
 
+TEST_F(ExportTest, MoreThanTenMissingNumbersAreOneLine) {
+    const std::string flash = Write(FourIcons());
+    EXPECT_EQ(Lines(Export(flash, "bmp", {"--pictures", "4-13"}).err).size(), 10U);
+    const Ended ended = Export(flash, "bmp", {"--pictures", "3,20-99999,7"});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.out, "exported 1\n");
+    ExpectOneComplaint(ended, {flash + ": ", "99981 of the numbers", "the first is 7"});
+}
+
 TEST_F(ExportTest, APictureThatCanNotBeDecodedIsReportedAndTheOthersGoOn) {
     const std::string flash = Write(OneUndecodable());
     for (const char* format : {"bmp", "gpf", "gpf2", "png"}) {

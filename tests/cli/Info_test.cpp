@@ -64,12 +64,22 @@ TEST_F(InfoTest, JsonHasTwoNumbersAndSixTexts) {
 
 TEST_F(InfoTest, BytesOfTheFlashAreReadAsLatin1AndWrittenAsUtf8) {
     FlashBuilder flash = FourIcons();
-    flash.Model("\xC4\x80\xFF").Manufacturer("S\xFC\xDF GmbH");
+    flash.Model("\xC4\xE0\xFF").Manufacturer("S\xFC\xDF GmbH");
     const Ended ended = Cli({"info", Write(flash)});
-    EXPECT_THAT(ended.out, HasSubstr("model: \xC3\x84\xC2\x80\xC3\xBF\n"));
+    EXPECT_THAT(ended.out, HasSubstr("model: \xC3\x84\xC3\xA0\xC3\xBF\n"));
     EXPECT_THAT(ended.out, HasSubstr("manufacturer: S\xC3\xBC\xC3\x9F GmbH\n"));
     const Json info = Json::parse(Cli({"info", Path("flash.bin"), "--json"}).out, nullptr, false);
     EXPECT_EQ(info["manufacturer"], "S\xC3\xBC\xC3\x9F GmbH");
+}
+
+TEST_F(InfoTest, ControlCharactersBecomeBlanksAndStayInJson) {
+    FlashBuilder flash = FourIcons();
+    flash.Manufacturer("a\nb\x1B\x7F\x80\x9F\xA0z");
+    const Ended ended = Cli({"info", Write(flash)});
+    EXPECT_THAT(ended.out, HasSubstr("manufacturer: a b    \xC2\xA0z\n"));
+    EXPECT_EQ(Lines(ended.out).size(), 8U);
+    const Json info = Json::parse(Cli({"info", Path("flash.bin"), "--json"}).out, nullptr, false);
+    EXPECT_EQ(info["manufacturer"], "a\nb\x1B\x7F\xC2\x80\xC2\x9F\xC2\xA0z");
 }
 
 TEST_F(InfoTest, ATableWithoutPicturesIsNoFailure) {

@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include "core/BasicCalculations_Tarsk.h"
 #include "support/CliFixture.h"
 
@@ -223,6 +225,14 @@ TEST_F(PatchTest, ARowOfAFolderThatCanNotBeTakenIsReportedAndThePatchHoldsTheOth
     EXPECT_EQ(PatchLines().size(), 2U);
 }
 
+TEST_F(PatchTest, WhatIsNoFileInAFolderHidesNoPicture) {
+    std::filesystem::create_directories(temp / "in/0.gpf2");
+    ASSERT_EQ(mkfifo(Path("in/0.gpf").c_str(), 0600), 0);
+    Write("in/0.bmp", samples::MakeBmp(samples::DrawOneColour(4, 4, {255, 0, 0, 255}), 24));
+    ExpectDone(Patch(Write(Flash()), {"--folder", Path("in"), "--bits", "8"}),
+               "picture 0000: 16 bytes at 00C0000, in place\n");
+}
+
 TEST_F(PatchTest, AFolderThatIsNotThereIsRefused) {
     const std::string flash = Write(Flash());
     ExpectRefused(Patch(flash, {"--folder", Path("no folder")}), {Path("no folder")});
@@ -276,6 +286,17 @@ TEST_F(PatchTest, APictureThatIsReadIsNoOutputEither) {
     const std::string inFolder = Write("in/0.bmp", ReadFile(red));
     ExpectRefused(Cli({"patch", flash, "-o", inFolder, "--folder", Path("in"), "--overwrite"}),
                   {inFolder, "is read"});
+}
+
+TEST_F(PatchTest, OfAFoldersFilesOnlyThoseNamedAsPicturesAreInputs) {
+    const std::string flash = Write(Flash());
+    std::filesystem::create_directory(temp / "in");
+    const std::string upper = Write("in/99.GPF2", std::string("for no picture of the flash"));
+    ExpectRefused(Cli({"patch", flash, "-o", upper, "--folder", Path("in"), "--overwrite"}),
+                  {upper, "is read"});
+    const auto notes = WriteFile(temp / "in/notes.txt", std::string("old"));
+    ExpectDone(Cli({"patch", flash, "-o", notes.string(), "--folder", Path("in"), "--overwrite"}));
+    EXPECT_TRUE(ReadText(notes).starts_with("; ####"));
 }
 
 TEST_F(PatchTest, APatchOfAnEarlierRunBesideThePicturesMayBeReplaced) {

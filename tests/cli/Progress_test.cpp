@@ -7,18 +7,9 @@ namespace {
 
 class ProgressTest : public CliTest {
   protected:
-    /// A converter that takes its time: a fifth of a second for each picture.
-    std::string SlowConverter() {
-        const std::string script =
-            Write("slow",
-                  std::string("#!/bin/sh\nsleep 0.2\nfor a; do out=$in; in=$a; done\ncp \"$in\" \"$out\"\n"));
-        std::filesystem::permissions(script, std::filesystem::perms::owner_all);
-        return script;
-    }
-
     Arguments SlowExport() {
-        return {"export", Write(FourIcons()), "-o",           Path("out"), "--format",
-                "png",    "--converter",      SlowConverter()};
+        return {"export",      Write(FourIcons()),  "-o", Path("out"), "--format", "png",
+                "--converter", SlowConverter("0.2")};
     }
 
     /// All that the program sends to its terminal.

@@ -1,3 +1,4 @@
+#include "codec/GPFcodec.h"
 #include "support/CliFixture.h"
 #include "support/StartedProgram.h"
 
@@ -8,6 +9,8 @@ namespace {
 class StoppedTest : public CliTest {
   protected:
     static constexpr int kPictures = 200;
+    static constexpr std::uint64_t kSources = 30;
+    static constexpr std::uint64_t kSourceLength = 2U << 20;
 
     std::string ManyPictures() {
         FlashBuilder flash(FlashKind::NewSGold);
@@ -27,6 +30,79 @@ class StoppedTest : public CliTest {
 
     Arguments ExportOver(const std::string& flash) const {
         return {program, "export", flash, "-o", Path("out"), "--format", "bmp", "--overwrite"};
+    }
+
+    /// Three pictures that each take the converter `seconds`, over an old patch.
+    Arguments SlowPatch(const Arguments& pictures, const std::string& seconds) {
+        WriteFile(temp / "old.vkp", std::string("old"));
+        Protect(temp / "old.vkp");
+        Arguments arguments{program,
+                            "patch",
+                            Write(FourIcons(FlashKind::SGold)),
+                            "-o",
+                            Path("old.vkp"),
+                            "--overwrite",
+                            "--converter",
+                            SlowConverter(seconds)};
+        arguments.insert(arguments.end(), pictures.begin(), pictures.end());
+        return arguments;
+    }
+
+    Arguments PngsOneByOne() {
+        const Bytes png = samples::MakePng(samples::DrawIcon(8, 8, 1), samples::PngColour::Rgb);
+        Arguments pictures;
+        for (const std::string number : {"0", "1", "2"})
+            pictures.insert(pictures.end(), {"--picture", number + "=" + Write(number + ".png", png)});
+        return pictures;
+    }
+
+    Arguments PngsOfAFolder() {
+        PngsOneByOne();
+        return {"--folder", temp.Path().string()};
+    }
+
+    /// Ends the program during its first conversion.
+    Ended EndWhileConverting(const Arguments& command, int signal) const {
+        StartedProgram started(command, around);
+        EXPECT_TRUE(Await([&] { return Conversions() > 0; }));
+        Ended ended = started.End(signal);
+        EXPECT_TRUE(Await([&] { return Conversions() % 2 == 0; }));  // a killed program's converter goes on
+        return ended;
+    }
+
+    /// Ends the program in the middle of a long output.
+    Ended EndWhileWriting(const Arguments& command, int signal) const {
+        StartedProgram started(command, around);
+        EXPECT_TRUE(Await([&] { return started.BytesWritten() > 1U << 20; }));
+        return started.End(signal);
+    }
+
+    /// Its block of pictures, at 0xC0000, is 60 MiB long.
+    std::string LongFlash() {
+        FlashBuilder flash(FlashKind::NewSGold);
+        flash.Size(64U << 20);
+        for (std::uint64_t i = 0; i <= kSources; ++i)
+            flash.AddPictureAt(0xC0000 + i * kSourceLength, 4, 4, 0x05, Bytes(16, 1));
+        return Write(flash);
+    }
+
+    /// A source for each picture of LongFlash; they fill all of its block.
+    std::string LongSources() const {
+        std::filesystem::create_directory(temp / "from");
+        const Bytes file = ComposeGpf({4, 4, 0x05, 0, true}, Bytes(16, 7));
+        for (std::uint64_t i = 0; i <= kSources; ++i) {
+            const auto path = WriteFile(temp / "from" / (std::to_string(i) + ".gpf2"), file);
+            if (i < kSources) std::filesystem::resize_file(path, kGpfHeaderSize + kSourceLength);
+        }
+        return Path("from");
+    }
+
+    /// "out" with old files of both names.
+    std::string OldBlocks() {
+        std::filesystem::create_directory(temp / "out");
+        for (const char* name : {"out/0x00A0000.bin", "out/0x00C0000.bin"})
+            WriteFile(temp / name, std::string("old"));
+        return Path("out");
     }
 
     /// How many of the files are new; each is either old or whole.
@@ -70,7 +146,7 @@ TEST_F(StoppedTest, AKilledApplyLeavesTheOldCopyAsItWas) {
 
 TEST_F(StoppedTest, APoliteEndFinishesTheFileAtHandAndLeavesNothingBehind) {
     const std::string flash = ManyPictures();
-    for (const int signal : {SIGINT, SIGTERM}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         PutOldFiles();
         StartedProgram started(ExportOver(flash), around);
         ASSERT_TRUE(Await([&] { return std::filesystem::file_size(Out(0)) != 3; }));
@@ -79,6 +155,106 @@ TEST_F(StoppedTest, APoliteEndFinishesTheFileAtHandAndLeavesNothingBehind) {
         ExpectOneComplaint(ended, {"stopped"});
         EXPECT_EQ(ended.out, "exported " + std::to_string(CountNew()) + "\n");
     }
+}
+
+TEST_F(StoppedTest, AStoppedPatchKeepsTheOldOneAndTakesNoFurtherPicture) {
+    const Ended ended = EndWhileConverting(SlowPatch(PngsOneByOne(), "0.2"), SIGINT);
+    ExpectRefused(ended, {"stopped"});
+    EXPECT_EQ(Conversions(), 2U);
+}
+
+TEST_F(StoppedTest, AStoppedFolderOfPicturesGivesNoPatch) {
+    const Ended ended = EndWhileConverting(SlowPatch(PngsOfAFolder(), "0.2"), SIGTERM);
+    ExpectRefused(ended, {"stopped"});
+    EXPECT_EQ(Conversions(), 2U);
+}
+
+TEST_F(StoppedTest, AKilledPatchKeepsTheOldOne) {
+    leftoversAreFine = true;
+    EXPECT_EQ(EndWhileConverting(SlowPatch(PngsOneByOne(), "0.2"), SIGKILL).status, -SIGKILL);
+}
+
+TEST_F(StoppedTest, ASecondInterruptEndsTheProgramAtOnce) {
+    leftoversAreFine = true;
+    const Arguments command = SlowPatch(PngsOneByOne(), "1");
+    for (const int second : {SIGINT, SIGTERM, SIGHUP}) {
+        std::filesystem::remove(temp / "conversions");
+        StartedProgram started(command, around);
+        ASSERT_TRUE(Await([&] { return Conversions() > 0; }));
+        started.Send(SIGINT);
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        EXPECT_EQ(started.End(second).status, -second);
+        EXPECT_TRUE(Await([&] { return Conversions() == 2; }));
+    }
+}
+
+TEST_F(StoppedTest, AHangUpThatWasToBeIgnoredIsIgnored) {
+    const std::string bmp =
+        Write("in.png", samples::MakePng(samples::DrawIcon(8, 8, 1), samples::PngColour::Rgb));
+    const Arguments command{"/usr/bin/nohup", program,       "convert",           bmp,
+                            Path("out.bmp"),  "--converter", SlowConverter("0.2")};
+    ExpectDone(EndWhileConverting(command, SIGHUP));
+    EXPECT_TRUE(std::filesystem::exists(temp / "out.bmp"));
+}
+
+TEST_F(StoppedTest, AKilledConvertKeepsTheOldFile) {
+    leftoversAreFine = true;
+    const std::string bmp = Write("in.bmp", samples::MakeBmp(samples::DrawIcon(8, 8, 1), 24));
+    const std::string old = Write("old.png", std::string("old"));
+    EXPECT_EQ(EndWhileConverting(
+                  {program, "convert", bmp, old, "--overwrite", "--converter", SlowConverter("0.2")}, SIGKILL)
+                  .status,
+              -SIGKILL);
+}
+
+TEST_F(StoppedTest, AStoppedConvertKeepsTheOldFile) {
+    const std::string png =
+        Write("in.png", samples::MakePng(samples::DrawIcon(8, 8, 1), samples::PngColour::Rgb));
+    const std::string old = Write("old.bmp", std::string("old"));
+    ExpectRefused(
+        EndWhileConverting({program, "convert", png, old, "--overwrite", "--converter", SlowConverter("0.2")},
+                           SIGINT),
+        {"stopped"});
+}
+
+TEST_F(StoppedTest, AnApplyThatIsInterruptedEndsAtOnceAndKeepsTheOldCopy) {
+    FlashBuilder builder = FourIcons();
+    const std::string flash = Write(builder.Size(48U << 20));
+    const std::string patch = Write("a.vkp", std::string("; nothing\n"));
+    const std::string copy = Write("copy.bin", std::string("old"));
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        EXPECT_EQ(EndWhileWriting({program, "apply", patch, flash, "-o", copy, "--overwrite"}, signal).status,
+                  -signal);
+}
+
+TEST_F(StoppedTest, AKilledBackupKeepsTheOldBlock) {
+    leftoversAreFine = true;
+    const Arguments backup{program, "backup-pit", LongFlash(), "-o", OldBlocks(), "--overwrite"};
+    Protect(temp / "out/0x00C0000.bin");
+    EXPECT_EQ(EndWhileWriting(backup, SIGKILL).status, -SIGKILL);
+    EXPECT_EQ(std::filesystem::file_size(temp / "out/0x00A0000.bin"),
+              8 * (kSources + 1));  // it was whole already
+}
+
+TEST_F(StoppedTest, AnInterruptedBackupWritesItsBlockToTheEnd) {
+    const Arguments backup{program, "backup-pit", LongFlash(), "-o", OldBlocks(), "--overwrite"};
+    ExpectDone(EndWhileWriting(backup, SIGINT));
+    EXPECT_EQ(std::filesystem::file_size(temp / "out/0x00C0000.bin"), kSources * kSourceLength + 16);
+}
+
+TEST_F(StoppedTest, AKilledRebuildKeepsBothOldFiles) {
+    leftoversAreFine = true;
+    const Arguments rebuild{program,       "rebuild-pit", LongFlash(), "--from",
+                            LongSources(), "-o",          OldBlocks(), "--overwrite"};
+    for (const char* name : {"out/0x00A0000.bin", "out/0x00C0000.bin"}) Protect(temp / name);
+    EXPECT_EQ(EndWhileWriting(rebuild, SIGKILL).status, -SIGKILL);
+}
+
+TEST_F(StoppedTest, AStoppedRebuildKeepsBothOldFiles) {
+    const Arguments rebuild{program,       "rebuild-pit", LongFlash(), "--from",
+                            LongSources(), "-o",          OldBlocks(), "--overwrite"};
+    for (const char* name : {"out/0x00A0000.bin", "out/0x00C0000.bin"}) Protect(temp / name);
+    ExpectRefused(EndWhileWriting(rebuild, SIGINT), {"stopped"});
 }
 
 }  // namespace

@@ -65,7 +65,7 @@ TEST_F(TroubleTest, APipeDoesNotBlock) {
     ExpectRefused(InTime({"check", pipe, flash}), {pipe, "no regular file"});
     const Ended patch = InTime({"patch", flash, "-o", Path("a.vkp"), "--picture", "0=" + pipe});
     ExpectRefused(patch, {"picture 0000", pipe});
-    ExpectRefused(InTime({"patch", flash, "-o", pipe}), {pipe, "exists"});
+    ExpectRefused(InTime({"patch", flash, "-o", pipe, "--overwrite"}), {pipe, "no regular file"});
 }
 
 TEST_F(TroubleTest, ADeviceIsNoFlash) {
@@ -183,6 +183,15 @@ TEST_F(TroubleTest, AFileInAFoldersPlaceIsNamed) {
                   {below + "/a.bin"});
 }
 
+TEST_F(TroubleTest, AnOutputFolderOfAnImpossibleNameIsNamed) {
+    const std::string flash = Write(FourIcons());
+    std::filesystem::create_symlink("circle", temp / "circle");
+    for (const std::string& name : {std::string(300, 'n'), std::string("circle")}) {
+        ExpectRefused(Export(flash, name), {Path(name)});
+        ExpectRefused(Cli({"backup-pit", flash, "-o", Path(name)}), {Path(name)});
+    }
+}
+
 TEST_F(TroubleTest, AFolderOfWorkFilesThatIsMissingFallsBackToTheSystems) {
     around.environment = {"PATH=/usr/bin:/bin", "TMP=" + Path("no such folder"),
                           "TMPDIR=" + runFolders.string()};
@@ -255,6 +264,36 @@ TEST_F(TroubleTest, RunsAtTheSameTimeIntoOneFolderWriteEachFileOnce) {
     EXPECT_EQ(written(one) + written(two), 10);
     EXPECT_EQ(ListNames(temp / "out").size(), 10U);
     EXPECT_EQ(Lines(one.err + two.err).size(), 10U);
+}
+
+TEST_F(TroubleTest, AFolderOrPipeInAFilesPlaceIsNotReplaced) {
+    const std::string flash = Write(FourIcons());
+    const std::string patch = Write("a.vkp", std::string());
+    const std::string pipe = Path("pipe.bmp");
+    const std::string folder = Path("folder.bmp");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::filesystem::create_directory(folder);
+    const std::string gif = Write("a.gif", samples::MakeGif(samples::DrawIcon(4, 4, 1)));
+    for (const auto& [out, reason] : {std::pair{pipe, "is no regular file"}, {folder, "is a folder"}}) {
+        ExpectRefused(InTime({"apply", patch, flash, "-o", out, "--overwrite"}), {out, reason});
+        ExpectRefused(InTime({"convert", gif, out, "--overwrite"}), {out, reason});
+    }
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+}
+
+TEST_F(TroubleTest, ALimitOfFileSizesIsReportedLikeAFullDisk) {
+    const std::string limited = "ulimit -f 2; exec \"$0\" \"$@\"";  // 1024 bytes
+    const Ended ended = RunProgram({"/bin/sh", "-c", limited, program, "export", Write(FourIcons()), "-o",
+                                    Path("out"), "--format", "bmp"},
+                                   around);
+    EXPECT_EQ(ended.status, 1);
+    ExpectOneComplaint(ended, {"picture 0003: ", Path("out/3.bmp"), "File too large"});
+}
+
+TEST_F(TroubleTest, AComplaintOfANameWithControlCharactersStaysOneLine) {
+    ExpectRefused(Cli({"info", Path("two\nlines\r\x1B[31m\xC2\x9B.bin")}),
+                  {Path("two lines  [31m .bin") + ": "});
+    ExpectWrongUsage(Cli({"info", Path("a"), Path("two\nlines")}));
 }
 
 }  // namespace

@@ -135,6 +135,21 @@ TEST(LineReader, TakesALineLongerThanTheFilesWindow) {
     EXPECT_EQ(reader.Next().value(), std::nullopt);
 }
 
+TEST(LineReader, RefusesALineOfMoreThanAMebibyteByItsNumber) {
+    constexpr std::size_t kLongest = 1U << 20;
+    const TempFolder temp;
+    const auto path =
+        WriteFile(temp / "file", std::string(kLongest, 'x') + "\n" + std::string(kLongest + 1, 'y'));
+    const auto source = OpenFile(path);
+    LineReader reader(*source);
+    EXPECT_EQ(reader.Next().value(), std::string(kLongest, 'x'));
+    const auto refused = reader.Next();
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().kind, ErrorKind::Malformed);
+    EXPECT_EQ(refused.error().path, path);
+    EXPECT_EQ(refused.error().detail, "line 2 is longer than 1 MiB");
+}
+
 TEST(FolderIndex, TakesTheExactNameFirstThenIgnoresTheCase) {
     const TempFolder temp;
     for (const char* name : {"A.BMP", "a.bmp", "B.Bmp", "b.bMP"}) WriteFile(temp / name, std::string("x"));
@@ -144,6 +159,21 @@ TEST(FolderIndex, TakesTheExactNameFirstThenIgnoresTheCase) {
     EXPECT_EQ(index->Find("A.BMP"), temp / "A.BMP");
     EXPECT_EQ(index->Find("b.bmp"), temp / "B.Bmp");
     EXPECT_EQ(index->Find("c.bmp"), std::nullopt);
+}
+
+TEST(FolderIndex, HoldsRegularFilesOnlyAlsoThroughLinks) {
+    const TempFolder temp;
+    const auto file = WriteFile(temp / "file", std::string("x"));
+    std::filesystem::create_directory(temp / "folder");
+    ASSERT_EQ(mkfifo((temp / "pipe").c_str(), 0600), 0);
+    std::filesystem::create_symlink(file, temp / "to file");
+    std::filesystem::create_symlink(temp / "folder", temp / "to folder");
+    std::filesystem::create_symlink("nowhere", temp / "to nothing");
+    const auto index = FolderIndex::Read(temp.Path());
+    ASSERT_TRUE(index);
+    for (const char* name : {"file", "to file"}) EXPECT_EQ(index->Find(name), temp / name);
+    for (const char* name : {"folder", "pipe", "to folder", "to nothing"})
+        EXPECT_EQ(index->Find(name), std::nullopt) << name;
 }
 
 TEST(FolderIndex, AFolderThatIsNotThereIsAnError) {

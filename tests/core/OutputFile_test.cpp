@@ -200,6 +200,17 @@ TEST(EnsureFolder, AFileInTheWayIsAnError) {
     }
 }
 
+TEST(EnsureFolder, ANameThatTheSystemRefusesIsAnError) {
+    const TempFolder temp;
+    std::filesystem::create_symlink("circle", temp / "circle");
+    for (const std::filesystem::path& folder : {temp / std::string(300, 'n'), temp / "circle"}) {
+        const Status made = EnsureFolder(folder);
+        ASSERT_FALSE(made) << folder;
+        EXPECT_EQ(made.error().kind, ErrorKind::WriteFailed);
+        EXPECT_EQ(made.error().path, folder);
+    }
+}
+
 TEST(IsSameFile, SeesThroughLinks) {
     const TempFolder temp;
     const auto file = WriteFile(temp / "file", std::string("x"));

@@ -55,12 +55,23 @@ class PicturesLoaderTest : public SessionFixture {
     }
 
     /// A comment segment of which a careless walk would take the bytes for a frame, then the frame.
-    static Bytes Jpeg(std::uint8_t frameMarker, std::uint16_t width, std::uint16_t height) {
+    static Bytes JpegHead(std::uint8_t frameMarker, std::uint16_t width, std::uint16_t height) {
         const auto high = [](std::uint16_t value) { return static_cast<std::uint8_t>(value >> 8); };
         const auto low = [](std::uint16_t value) { return static_cast<std::uint8_t>(value & 0xFF); };
         return {0xFF,         0xD8,        0xFF,        0xFE,      0x00, 0x09,        0xFF, 0xC0, 0,
-                0x11,         8,           9,           9,         0xFF, frameMarker, 0x00, 0x11, 8,
+                0x11,         8,           9,           9,         0xFF, frameMarker, 0x00, 0x07, 8,
                 high(height), low(height), high(width), low(width)};
+    }
+
+    static Bytes Joined(Bytes first, const Bytes& second) {
+        first.insert(first.end(), second.begin(), second.end());
+        return first;
+    }
+
+    /// The head, and a scan of three bytes, one of them stuffed, with a restart between.
+    static Bytes Jpeg(std::uint8_t frameMarker, std::uint16_t width, std::uint16_t height) {
+        return Joined(JpegHead(frameMarker, width, height),
+                      {0xFF, 0xDA, 0x00, 0x02, 0x12, 0xFF, 0x00, 0xFF, 0xD0, 0x34, 0xFF, 0xD9});
     }
 
     static Bytes Png(samples::PngColour colour, int width = 5, int height = 4) {
@@ -118,6 +129,10 @@ class PicturesLoaderTest : public SessionFixture {
         ExpectNothingChanged();
     }
 
+    /// Parts of a JPEG behind its head.
+    const Bytes kScan{0xFF, 0xDA, 0x00, 0x02, 0x12};
+    const Bytes kEnd{0xFF, 0xD9};
+
     OneColourLoader loader;
     Ports ports{scripted.prompts, scripted.progress, scripted.processes, loader};
     Picture before;
@@ -166,6 +181,42 @@ TEST_F(PicturesLoaderTest, AGifsDepthIsThatOfItsColourTable) {
     EXPECT_EQ(session.shown.caption, "1 x 1 :: 3bit");
     EXPECT_EQ(session.picture.bitDepth, 3);
     ExpectOneColour(1, 1);
+}
+
+TEST_F(PicturesLoaderTest, AJpegCutShortIsMalformed) {
+    const Bytes whole = Jpeg(0xC0, 7, 1);
+    const std::size_t headLength = JpegHead(0xC0, 7, 1).size();
+    ShowBefore();
+    for (std::size_t length = headLength; length < whole.size(); ++length) {
+        const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
+        ExpectRefused(LoadBytes(cut), ErrorKind::Malformed);
+    }
+}
+
+TEST_F(PicturesLoaderTest, OnlyAMarkerBehindTheScanEndsAJpeg) {
+    const Bytes head = JpegHead(0xC0, 7, 1);
+    const Bytes commentOfAnEnd{0xFF, 0xFE, 0x00, 0x04, 0xFF, 0xD9};
+    ShowBefore();
+    for (const Bytes& file :
+         {Joined(head, kEnd), Joined(Joined(head, kEnd), kScan), Joined(Joined(head, commentOfAnEnd), kScan),
+          Joined(Joined(head, kScan), commentOfAnEnd)})
+        ExpectRefused(LoadBytes(file), ErrorKind::Malformed);
+}
+
+TEST_F(PicturesLoaderTest, LengthsThatLieAboutAJpegEndInARefusal) {
+    const Bytes head = JpegHead(0xC0, 7, 1);
+    ShowBefore();
+    for (const Bytes& tail : {Bytes{0xFF, 0xDA, 0xFF, 0xFF, 0xFF, 0xD9}, Bytes{0xFF, 0xDA, 0x00},
+                              Bytes{0xFF, 0xE0, 0x00, 0x00}, Bytes(100'000, 0xFF), Bytes(100'000, 0x00)})
+        ExpectRefused(LoadBytes(Joined(head, tail)), ErrorKind::Malformed);
+}
+
+TEST_F(PicturesLoaderTest, AJpegMayHaveSeveralScansFillBytesAndMoreBehindItsEnd) {
+    const Bytes head = JpegHead(0xC2, 7, 1);
+    for (const Bytes& file : {Joined(Joined(Joined(head, kScan), kScan), kEnd),
+                              Joined(Joined(head, kScan), {0xFF, 0xFF, 0xFF, 0xD9}),
+                              Joined(Jpeg(0xC2, 7, 1), {'r', 'e', 's', 't', 0xFF})})
+        EXPECT_TRUE(LoadBytes(file));
 }
 
 TEST_F(PicturesLoaderTest, AJpegIs24Bits) {

@@ -337,5 +337,73 @@ TEST_F(PitCommandsTest, ProgressOfARebuildGrowsByRows) {
     EXPECT_EQ(scripted.progress.percents[2], 100);
 }
 
+TEST_F(PitCommandsTest, ASourceWhoseDataEndEarlyIsNamedBeforeAnyFileIsMade) {
+    for (const std::uint8_t type : std::initializer_list<std::uint8_t>{0x05, 0x85}) {
+        Open(ThreeSquares());
+        for (const char* name : {"0.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+        WriteFile(from / "1.gpf2", ComposeGpf({20, 20, type, 0, true}, Bytes(16, 7)));
+        const Outcome outcome = Rebuild();
+        EXPECT_EQ(outcome.end, Outcome::End::Refused);
+        ASSERT_EQ(outcome.problems.size(), 1U);
+        EXPECT_EQ(outcome.problems[0].number, 1);
+        EXPECT_EQ(outcome.problems[0].error.kind, ErrorKind::Truncated);
+        EXPECT_EQ(outcome.problems[0].error.path, from / "1.gpf2");
+        EXPECT_FALSE(std::filesystem::exists(out));
+    }
+}
+
+TEST_F(PitCommandsTest, ASourceThatCanNotBeDecodedIsTakenAsItStands) {
+    Open(ThreeSquares());
+    PutGpf("0.gpf2", 4, 4, 7);
+    WriteFile(from / "1.gpf2", ComposeGpf({250, 2, 0x05, 0, true}, Bytes(16, 8)));
+    WriteFile(from / "2.gpf2", ComposeGpf({4, 4, 0x03, 0, true}, Bytes(16, 9)));
+    ASSERT_TRUE(Rebuild().IsClean());
+    EXPECT_EQ(BytesToHex(ReadFile(out / "0x00A0000.bin"), false),
+              "04040500000018A0"
+              "FA020500100018A0"
+              "04040300200018A0");
+}
+
+TEST_F(PitCommandsTest, ASourceLongerThan16MebibytesIsNamedBeforeAnyFileIsMade) {
+    constexpr std::uintmax_t kLongest = 16U << 20;
+    Open(ThreeSquares());
+    for (const char* name : {"0.gpf2", "1.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+    std::filesystem::resize_file(from / "1.gpf2", kLongest + 1);
+    const Outcome outcome = Rebuild();
+    EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::Malformed);
+    EXPECT_EQ(outcome.problems.at(0).error.path, from / "1.gpf2");
+    EXPECT_FALSE(std::filesystem::exists(out));
+    std::filesystem::resize_file(from / "1.gpf2", kLongest);
+    EXPECT_EQ(Rebuild().problems.at(0).error.kind, ErrorKind::BlockTooLarge);
+}
+
+TEST_F(PitCommandsTest, ASourceIsNoOutputAlsoThroughALink) {
+    Open(ThreeSquares());
+    for (const char* name : {"0.gpf2", "1.gpf2", "2.gpf2"}) PutGpf(name, 4, 4, 7);
+    const Bytes before = ReadFile(from / "2.gpf2");
+    std::filesystem::create_directory(out);
+    std::filesystem::create_hard_link(from / "2.gpf2", out / "0x00A0000.bin");
+    EXPECT_EQ(Rebuild().problems.at(0).error.kind, ErrorKind::OutputIsInput);
+    std::filesystem::remove(out / "0x00A0000.bin");
+    std::filesystem::create_symlink(from / "2.gpf2", out / "0x0180000.bin");
+    EXPECT_EQ(Rebuild().problems.at(0).error.kind, ErrorKind::OutputIsInput);
+    EXPECT_EQ(ReadFile(from / "2.gpf2"), before);
+    EXPECT_EQ(ListNames(out), std::vector<std::string>{"0x0180000.bin"});
+}
+
+TEST_F(PitCommandsTest, ATableThatBeginsWhereItsFirstPictureDoesIsRefusedWithoutAFile) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    flash.AddPictureAt(0xA0000, 4, 4, 0x05, {}).AddPictureAt(0xC0000, 4, 4, 0x05, Bytes(16, 1));
+    Open(flash);
+    for (const char* name : {"0.gpf2", "1.gpf2"}) PutGpf(name, 4, 4, 7);
+    for (const Outcome& outcome : {BackupPitTo(session, scripted.ports, out), Rebuild()}) {
+        EXPECT_EQ(outcome.end, Outcome::End::Refused);
+        ASSERT_EQ(outcome.problems.size(), 1U);
+        EXPECT_EQ(outcome.problems[0].error.kind, ErrorKind::Malformed);
+        EXPECT_EQ(outcome.problems[0].error.path, flashPath);
+    }
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
 }  // namespace
 }  // namespace pictavo::tests

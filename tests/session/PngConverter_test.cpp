@@ -14,9 +14,11 @@ class PngConverterTest : public SessionFixture {
     /// The converter writes the file that the command line names behind "-o".
     void GiveConverter() {
         scripted.processes.effect = [](const FakeProcesses::Call& call) {
-            WriteFile(call.arguments.at(call.arguments.size() - 2), std::string("converted"));
+            WriteFile(call.arguments.at(call.arguments.size() - 2), Converted());
         };
     }
+
+    static Bytes Converted() { return samples::MakePng(samples::DrawIcon(3, 2, 1), samples::PngColour::Rgb); }
 
     Result<std::filesystem::path> ToBitmap(int colourType) {
         return ConvertPngToBitmap(session, scripted.processes, png, colourType);
@@ -161,7 +163,7 @@ TEST_F(PictureToPngTest, ReturnsTheOutputInTheTemporaryFolder) {
     const auto made = ToPng(true);
     ASSERT_TRUE(made);
     EXPECT_EQ(*made, session.workFiles.folder / "PNGtemp.png");
-    EXPECT_EQ(ReadText(*made), "converted");
+    EXPECT_EQ(ReadFile(*made), Converted());
 }
 
 TEST_F(PictureToPngTest, AnEarlierPngIsNeverTakenForTheNewOne) {
@@ -188,6 +190,20 @@ TEST_F(PictureToPngTest, TheTemporariesAreRemovedOnRequestAndNothingElse) {
     WriteFile(session.workFiles.Replacement(1), std::string("x"));
     RemovePngTemporaries(session);
     EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0001.gpf2"});
+}
+
+TEST_F(PictureToPngTest, AnOutputThatIsNoWholePngIsAFailureThatNamesTheConverter) {
+    Show(1);
+    const Bytes whole = Converted();
+    for (const Bytes& output : {Bytes{}, Bytes(whole.begin(), whole.end() - 1), Bytes{'B', 'M', 0, 0}}) {
+        scripted.processes.effect = [&](const FakeProcesses::Call&) {
+            WriteFile(session.workFiles.Png(), output);
+        };
+        const auto made = ToPng(true);
+        ASSERT_FALSE(made) << output.size();
+        EXPECT_EQ(made.error().kind, ErrorKind::ConverterFailed);
+        EXPECT_NE(made.error().detail.find(session.settings.nConvert), std::string::npos);
+    }
 }
 
 }  // namespace

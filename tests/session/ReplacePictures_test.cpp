@@ -83,6 +83,20 @@ TEST_F(ReplacePicturesTest, APngWithoutConverterIsToldOnceAndChangesNothing) {
     EXPECT_TRUE(ListNames(session.workFiles.folder).empty());
 }
 
+TEST_F(ReplacePicturesTest, AFileNamedPngNeedsTheConverterWhateverItHolds) {
+    Open(FourIcons());
+    const std::string converter = std::exchange(session.settings.nConvert, (temp / "no-converter").string());
+    for (const char* name : {"a.png", "b.PNG", "c.Png"}) {
+        const Outcome outcome = ReplaceFrom(session, scripted.ports, 0, WriteGif(name), 0x88);
+        EXPECT_EQ(outcome.end, Outcome::End::Refused) << name;
+        EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::ConverterMissing) << name;
+    }
+    session.settings.nConvert = converter;
+    scripted.prompts.Expect(Asked::Compress, true);
+    EXPECT_TRUE(ReplaceFrom(session, scripted.ports, 0, temp / "a.png", 0x88).IsClean());
+    EXPECT_TRUE(scripted.processes.calls.empty());
+}
+
 TEST_F(ReplacePicturesTest, CompressedOneBitIsRefusedAndAnOlderWorkFileKept) {
     Open(FourIcons());
     ReplaceBy(2, samples::DrawIcon(8, 8, 5), 0x85);
@@ -149,7 +163,8 @@ TEST_F(ReplacePicturesTest, TheChooserSuggestsTheNumberAndItsAnswerLosesItsTail)
     scripted.prompts.Choose(WriteGif("a.gif").string() + " !(");
     ASSERT_TRUE(ReplacePicture(session, scripted.ports, 2, 0x88).IsClean());
     EXPECT_EQ(scripted.prompts.choices[0].suggestedName, "0002");
-    EXPECT_EQ(scripted.prompts.choices[0].filters.at(0).text, "Graphic files (*.gpf;*.gpf2;*.bmp;*.gif;*.jpg;*.png)");
+    EXPECT_EQ(scripted.prompts.choices[0].filters.at(0).text,
+              "Graphic files (*.gpf;*.gpf2;*.bmp;*.gif;*.jpg;*.png)");
 }
 
 TEST_F(ReplacePicturesTest, ACancelledChooserChangesNothing) {

@@ -45,10 +45,11 @@ class SaveAllPicturesTest : public SessionFixture {
 
     void GiveConverter() {
         scripted.processes.effect = [this](const FakeProcesses::Call&) {
-            WriteFile(session.workFiles.Png(), std::string("a png"));
+            WriteFile(session.workFiles.Png(), png);
         };
     }
 
+    const Bytes png = samples::MakePng(samples::DrawIcon(5, 4, 1), samples::PngColour::Rgb);
     std::filesystem::path out;
 };
 
@@ -295,16 +296,30 @@ TEST_F(SaveAllPicturesTest, PngsAreConvertedOneByOneWithAlphaWhereThePictureHasI
     ASSERT_EQ(scripted.processes.calls.size(), 4U);
     EXPECT_EQ(scripted.processes.calls[2].arguments.at(3), "rgb");
     EXPECT_EQ(scripted.processes.calls[3].arguments.at(3), "rgba");
-    EXPECT_EQ(ReadText(out / "3.png"), "a png");
+    EXPECT_EQ(ReadFile(out / "3.png"), png);
     EXPECT_TRUE(ListNames(session.workFiles.folder).empty());
 }
 
 TEST_F(SaveAllPicturesTest, APngThatDidNotComeOutIsAProblemAndNeverAnEarlierPicture) {
     Open(FourIcons());
     scripted.processes.effect = [this](const FakeProcesses::Call&) {
-        if (scripted.processes.calls.size() != 2) WriteFile(session.workFiles.Png(), std::string("a png"));
+        if (scripted.processes.calls.size() != 2) WriteFile(session.workFiles.Png(), png);
     };
     const Outcome outcome = Save(BatchFormat::Png);
+    ASSERT_EQ(outcome.problems.size(), 1U);
+    EXPECT_EQ(outcome.problems[0].number, 1);
+    EXPECT_EQ(outcome.problems[0].error.kind, ErrorKind::ConverterFailed);
+    EXPECT_EQ(ListNames(out), (std::vector<std::string>{"0.png", "2.png", "3.png"}));
+}
+
+TEST_F(SaveAllPicturesTest, AHalfWrittenPngIsAProblemAndTheOthersGoOn) {
+    Open(FourIcons());
+    scripted.processes.effect = [this](const FakeProcesses::Call&) {
+        const std::size_t lost = scripted.processes.calls.size() == 2 ? 1 : 0;
+        WriteFile(session.workFiles.Png(), ByteView(png).first(png.size() - lost));
+    };
+    const Outcome outcome = Save(BatchFormat::Png);
+    EXPECT_EQ(outcome.written, 3U);
     ASSERT_EQ(outcome.problems.size(), 1U);
     EXPECT_EQ(outcome.problems[0].number, 1);
     EXPECT_EQ(outcome.problems[0].error.kind, ErrorKind::ConverterFailed);

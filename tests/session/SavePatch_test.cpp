@@ -214,6 +214,13 @@ TEST_F(SavePatchTest, APendingPngPatchIsAppendedAsItStandsAndConsumed) {
     EXPECT_TRUE(ListNames(session.workFiles.folder).empty());
 }
 
+TEST_F(SavePatchTest, APngPatchThatIsNotPendingIsDeletedUnused) {
+    Open(TwoSquares());
+    WriteFile(session.workFiles.PngPatch(), std::string("; of another run\r\n"));
+    EXPECT_EQ(BehindBanner(Save()), "");
+    EXPECT_TRUE(ListNames(session.workFiles.folder).empty());
+}
+
 TEST_F(SavePatchTest, AnUnwritablePatchChangesNothing) {
     Open(TwoSquares());
     ReplaceByColour(0, 17, 16);

@@ -448,6 +448,15 @@ TEST_F(SaveAsBmpTest, TheInputIsRefusedAsTarget) {
     EXPECT_EQ(ReadText(input), "old");
 }
 
+TEST_F(SaveAsBmpTest, ASizeBelowZeroIsWrittenAsZero) {
+    session.picture.width = -3;
+    session.picture.height = -2;
+    ASSERT_TRUE(SaveAsBMP(session, temp / "none.bmp", false));
+    const Bytes file = ReadFile(temp / "none.bmp");
+    ASSERT_EQ(file.size(), 54U);
+    EXPECT_EQ(Bytes(file.begin() + 18, file.begin() + 26), Bytes(8, 0));
+}
+
 class SaveAsPngTest : public SavePictureTest {
   protected:
     Outcome Save() { return SaveAsPng(session, scripted.ports); }
@@ -456,7 +465,7 @@ class SaveAsPngTest : public SavePictureTest {
     void GiveConverter() {
         scripted.processes.effect = [this](const FakeProcesses::Call&) {
             bitmap = ReadFile(session.workFiles.PngBitmap());
-            WriteFile(session.workFiles.Png(), std::string("a png"));
+            WriteFile(session.workFiles.Png(), png);
         };
     }
 
@@ -466,6 +475,7 @@ class SaveAsPngTest : public SavePictureTest {
         return options;
     }
 
+    const Bytes png = samples::MakePng(samples::DrawIcon(5, 4, 1), samples::PngColour::Rgb);
     Bytes bitmap;
 };
 
@@ -532,7 +542,7 @@ TEST_F(SaveAsPngTest, TheOutputIsCopiedToTheNameAndTheTemporariesAreDeleted) {
     GiveConverter();
     scripted.prompts.Choose(temp / "a");
     ASSERT_TRUE(Save().IsClean());
-    EXPECT_EQ(ReadText(temp / "a.png"), "a png");
+    EXPECT_EQ(ReadFile(temp / "a.png"), png);
     EXPECT_TRUE(ListNames(session.workFiles.folder).empty());
 }
 
@@ -555,13 +565,26 @@ TEST_F(SaveAsPngTest, AnAcceptedOverwriteReplacesTheFile) {
     scripted.prompts.Choose(old);
     scripted.prompts.Expect(Asked::Overwrite, true);
     EXPECT_TRUE(Save().IsClean());
-    EXPECT_EQ(ReadText(old), "a png");
+    EXPECT_EQ(ReadFile(old), png);
 }
 
 TEST_F(SaveAsPngTest, AConverterThatWritesNothingLeavesTheOldFileAndNoTemporaries) {
     ShowPlain();
     const auto old = WriteOld("a.png");
     WriteFile(session.workFiles.Png(), std::string("an earlier picture"));
+    scripted.prompts.Choose(old);
+    scripted.prompts.Expect(Asked::Overwrite, true);
+    EXPECT_EQ(Save().problems.at(0).error.kind, ErrorKind::ConverterFailed);
+    EXPECT_EQ(ReadText(old), "old");
+    EXPECT_TRUE(ListNames(session.workFiles.folder).empty());
+}
+
+TEST_F(SaveAsPngTest, AHalfWrittenPngLeavesTheOldFileAndNoTemporaries) {
+    ShowPlain();
+    const auto old = WriteOld("a.png");
+    scripted.processes.effect = [this](const FakeProcesses::Call&) {
+        WriteFile(session.workFiles.Png(), ByteView(png).first(png.size() / 2));
+    };
     scripted.prompts.Choose(old);
     scripted.prompts.Expect(Asked::Overwrite, true);
     EXPECT_EQ(Save().problems.at(0).error.kind, ErrorKind::ConverterFailed);

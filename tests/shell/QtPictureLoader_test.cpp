@@ -16,6 +16,9 @@ namespace {
 
 [[maybe_unused]] const auto* const kApplication = ProvideCoreApplication();
 
+/// Else the toolkit asks itself where its messages go.
+[[maybe_unused]] const bool kSpeaksToStandardError = qputenv("QT_FORCE_STDERR_LOGGING", "1");
+
 using samples::Drawing;
 using samples::DrawOneColour;
 
@@ -264,6 +267,15 @@ TEST_F(QtPictureLoaderTest, TheFileIsLeftAsItIs) {
     ASSERT_TRUE(loader.Load(path));
     EXPECT_EQ(ReadFile(path), file);
     EXPECT_EQ(ListNames(temp.Path()), std::vector<std::string>{"picture"});
+}
+
+TEST_F(QtPictureLoaderTest, WhatAReaderSaysDoesNotReachStandardError) {
+    Bytes jpeg = JpegOf(DrawOneColour(16, 8, {200, 100, 50, 255}));
+    jpeg.erase(jpeg.end() - 5, jpeg.end() - 2);
+    ::testing::internal::CaptureStderr();
+    const auto pixels = Load(jpeg);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+    EXPECT_TRUE(pixels);
 }
 
 }  // namespace

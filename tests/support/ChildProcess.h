@@ -3,6 +3,7 @@
 /// Runs a program and gathers all that it says.
 
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -46,6 +47,8 @@ inline void Redirect(int handle, const std::filesystem::path& path, int flags) {
 
 [[noreturn]] inline void Become(std::vector<std::string> command, Surroundings around,
                                 const std::filesystem::path& out, const std::filesystem::path& err) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        std::signal(signal, SIG_DFL);  // whoever runs the tests
     Redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
     Redirect(STDOUT_FILENO, out, O_WRONLY | O_CREAT);
     Redirect(STDERR_FILENO, err, O_WRONLY | O_CREAT);

@@ -69,6 +69,23 @@ class CliTest : public ::testing::Test {
 
     std::string Path(const std::string& name) const { return (temp / name).string(); }
 
+    /// A converter that takes so many seconds more for each picture. It adds a line to "conversions" when it
+    /// begins one and another when it has ended.
+    std::string SlowConverter(const std::string& seconds) {
+        const std::string log = " >>'" + Path("conversions") + "'\n";
+        const std::string real = "'" + std::string(PICTAVO_BIN_DIR) + "/pictavo-convert' \"$@\"\n";
+        const std::string script = Write(
+            "slow", "#!/bin/sh\necho begun" + log + "sleep " + seconds + "\n" + real + "echo ended" + log);
+        std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+        return script;
+    }
+
+    /// Lines that SlowConverter wrote.
+    std::size_t Conversions() const {
+        const std::filesystem::path log = temp / "conversions";
+        return std::filesystem::exists(log) ? Lines(ReadText(log)).size() : 0;
+    }
+
     /// Icons of 13 x 9 and more, one of each type code in the order of samples::kTypeCodes.
     static std::vector<Stored> OneOfEachType() {
         std::vector<Stored> all;

@@ -22,9 +22,11 @@ class StartedProgram {
     StartedProgram(const StartedProgram&) = delete;
     StartedProgram& operator=(const StartedProgram&) = delete;
 
+    void Send(int signal) const { kill(child_, signal); }
+
     /// Sends the signal and waits for the end.
     Ended End(int signal) {
-        kill(child_, signal);
+        Send(signal);
         int state = 0;
         EXPECT_EQ(waitpid(child_, &state, 0), child_);
         child_ = -1;

@@ -157,6 +157,12 @@ TEST(ReadPNGInfo, AMetreKeepsItsOddCountOfInches) {
     EXPECT_EQ(info.verticalDpi, 1 / 39.375);
 }
 
+TEST(ReadPNGInfo, PixelsPerMetreAreSigned) {
+    const PNGInfo info = ReadWell(PngOfColourType(2, {PhysicalSizeChunk(0xFFFFFFFF, 0x80000000, 1)}));
+    EXPECT_EQ(info.horizontalDpi, -1 / 39.375);
+    EXPECT_EQ(info.verticalDpi, -2147483648.0 / 39.375);
+}
+
 TEST(ReadPNGInfo, AnyOtherUnitTellsTheAspectRatioOnly) {
     for (const std::uint8_t unit : std::initializer_list<std::uint8_t>{0, 2, 255}) {
         const PNGInfo info = ReadWell(PngOfColourType(2, {PhysicalSizeChunk(3780, 3780, unit)}));
@@ -326,6 +332,38 @@ TEST(ReadPNGInfo, TheTypeIsComparedWithItsCase) {
     Bytes file = PngOfColourType(2);
     file[8 + 4] = 'i';
     EXPECT_EQ(ReadWell(file).width, 0);
+}
+
+bool IsWhole(const Bytes& file) {
+    const auto isWhole = IsWholePng(MemorySource(file));
+    EXPECT_TRUE(isWhole);
+    return isWhole.value_or(false);
+}
+
+TEST(IsWholePng, AFileCutAnywhereIsNot) {
+    const Bytes file = samples::MakePng(samples::DrawIcon(5, 4, 1), PngColour::Rgb);
+    for (std::size_t length = 0; length < file.size(); ++length)
+        EXPECT_FALSE(IsWhole(Bytes(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length))))
+            << length;
+    EXPECT_TRUE(IsWhole(file));
+    EXPECT_TRUE(IsWhole(Joined({file, {'r', 'e', 's', 't'}})));
+}
+
+TEST(IsWholePng, AnythingElseIsNot) {
+    Bytes almost = PngOfColourType(2);
+    almost[7] = 0x0D;
+    EXPECT_FALSE(IsWhole(almost));
+    EXPECT_FALSE(IsWhole(Bytes(5000, 'x')));
+}
+
+TEST(IsWholePng, ALengthThatLiesOrAnEndThatIsNeverMetIsNot) {
+    for (const std::uint32_t length : {100U, 0x7FFFFFFFU, 0xFFFFFFF4U, 0xFFFFFFFFU}) {
+        Bytes broken;
+        AppendBig32(broken, length);
+        broken.insert(broken.end(), {'j', 'u', 'n', 'k'});
+        EXPECT_FALSE(IsWhole(Joined({kSignature, HeaderChunk({}), broken, PngChunk("IEND", {})}))) << length;
+    }
+    EXPECT_FALSE(IsWhole(Joined({kSignature, HeaderChunk({}), PngChunk("IDAT", Bytes(9, 1))})));
 }
 
 }  // namespace

@@ -2,8 +2,9 @@
 
 namespace pictavo {
 
-/// While one exists, standard error goes nowhere. The PNG library under Qt's reader prints its complaint
-/// there itself, past every message handler, where only the program's one error line is to stand.
+/// While one exists, standard error goes nowhere, in all of the program. Picture libraries under Qt's readers
+/// print their complaints there themselves, past every message handler, where only the program's own error
+/// lines are to stand.
 class SilencedStandardError {
   public:
     SilencedStandardError();

@@ -1,4 +1,4 @@
-#include "converter/SilencedStandardError.h"
+#include "core/SilencedStandardError.h"
 
 #ifndef _WIN32
 #include <fcntl.h>

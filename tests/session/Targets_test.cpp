@@ -1,0 +1,64 @@
+#include "session/Targets.h"
+
+#include <sys/stat.h>
+
+#include "support/SessionFixture.h"
+
+namespace pictavo::tests {
+namespace {
+
+class TargetsTest : public SessionFixture {
+  protected:
+    void ExpectRefused(const std::filesystem::path& target, ErrorKind kind, const std::string& detail) {
+        const auto mode = AskTarget(session, scripted.ports, target);
+        ASSERT_FALSE(mode) << target;
+        EXPECT_EQ(mode.error().kind, kind);
+        EXPECT_EQ(mode.error().path, target);
+        EXPECT_EQ(mode.error().detail, detail);
+    }
+};
+
+TEST_F(TargetsTest, ANameThatIsFreeIsNotAskedFor) {
+    EXPECT_EQ(AskTarget(session, scripted.ports, temp / "new").value(), CommitMode::KeepExisting);
+}
+
+TEST_F(TargetsTest, AFileThatExistsIsAskedFor) {
+    const auto old = WriteFile(temp / "old", std::string("old"));
+    scripted.prompts.Expect(Asked::Overwrite, true);
+    EXPECT_EQ(AskTarget(session, scripted.ports, old).value(), CommitMode::Replace);
+    scripted.prompts.Expect(Asked::Overwrite, false);
+    EXPECT_EQ(AskTarget(session, scripted.ports, old).value(), std::nullopt);
+}
+
+TEST_F(TargetsTest, AFolderOrPipeIsRefusedWithoutAQuestion) {
+    ExpectRefused(session.workFiles.folder, ErrorKind::WriteFailed, "is a folder");
+    ASSERT_EQ(mkfifo((temp / "pipe").c_str(), 0600), 0);
+    ExpectRefused(temp / "pipe", ErrorKind::WriteFailed, "is no regular file");
+    ExpectRefused("/dev/null", ErrorKind::WriteFailed, "is no regular file");
+}
+
+TEST_F(TargetsTest, ALinkIsAskedForWhateverItLeadsTo) {
+    std::filesystem::create_symlink(session.workFiles.folder, temp / "link");
+    std::filesystem::create_symlink("nowhere", temp / "dangling");
+    for (const char* name : {"link", "dangling"}) {
+        scripted.prompts.Expect(Asked::Overwrite, true);
+        EXPECT_EQ(AskTarget(session, scripted.ports, temp / name).value(), CommitMode::Replace);
+    }
+}
+
+TEST_F(TargetsTest, TheFlashAndEachInputAreRefusedWithoutAQuestionAlsoThroughALink) {
+    Open(FourIcons());
+    const auto one = WriteFile(temp / "one", std::string("1"));
+    const auto two = WriteFile(temp / "two", std::string("2"));
+    std::filesystem::create_symlink(two, temp / "soft");
+    std::filesystem::create_hard_link(one, temp / "hard");
+    for (const std::filesystem::path& target : {one, two, temp / "soft", temp / "hard", flashPath}) {
+        const auto mode = AskTarget(session, scripted.ports, target, Inputs{one, temp / "missing", two});
+        ASSERT_FALSE(mode) << target;
+        EXPECT_EQ(mode.error().kind, ErrorKind::OutputIsInput);
+        EXPECT_EQ(mode.error().path, target);
+    }
+}
+
+}  // namespace
+}  // namespace pictavo::tests

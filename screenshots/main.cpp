@@ -22,7 +22,7 @@ namespace {
 
 using namespace pictavo;
 
-constexpr int kShownRow = 16;
+constexpr int kShownRow = 29;
 
 class Screenshots {
   public:

@@ -1,11 +1,8 @@
 #include "session/SaveAllPictures.h"
 
-#include <algorithm>
-#include <limits>
-
 #include "codec/Bitmap.h"
 #include "codec/GPFcodec.h"
-#include "core/BackgroundWriter.h"
+#include "core/OutputFile.h"
 #include "session/Messages.h"
 #include "session/Names.h"
 #include "session/PngConverter.h"
@@ -17,9 +14,6 @@
 namespace pictavo {
 
 namespace {
-
-/// Where a problem that concerns no row stands among those that do.
-constexpr int kBehindAllRows = std::numeric_limits<int>::max();
 
 std::string ExtensionOf(BatchFormat format) {
     switch (format) {
@@ -81,46 +75,26 @@ Result<Bytes> ComposeFile(const Session& session, Ports& ports, std::size_t inde
     return Bytes();
 }
 
-/// A batch at work: the files made so far, which are written while the next ones are made.
-struct BatchWork {
-    const Batch& batch;
-    BackgroundWriter writer;
-    Outcome outcome;
-};
-
-/// Hands the row's file over to the writer, unless its overwrite is declined.
-Status SaveRow(Session& session, Ports& ports, std::size_t index, BatchWork& work) {
-    const int number = session.rows[index].number;
-    const std::string name = NumberName(session.settings, number) + ExtensionOf(work.batch.format);
-    const std::filesystem::path target = work.batch.folder / name;
+/// Writes the row's file, unless its overwrite is declined; how many files were written.
+Result<std::size_t> SaveRow(Session& session, Ports& ports, std::size_t index, const Batch& batch) {
+    const std::string name = NumberName(session.settings, session.rows[index].number);
+    const std::filesystem::path target = batch.folder / (name + ExtensionOf(batch.format));
     PICTAVO_TRY(const auto mode, AskTarget(session, ports, target));
-    if (!mode) return {};
-    PICTAVO_TRY(Bytes file, ComposeFile(session, ports, index, work.batch.format));
-    work.writer.Write({target, std::move(file), *mode, number});
-    return {};
+    if (!mode) return 0U;
+    PICTAVO_TRY(const Bytes file, ComposeFile(session, ports, index, batch.format));
+    PICTAVO_TRY(WriteWholeFile(target, file, *mode));
+    return 1U;
 }
 
-void SaveRowInto(Session& session, Ports& ports, std::size_t index, BatchWork& work) {
+void SaveRowInto(Session& session, Ports& ports, std::size_t index, const Batch& batch, Outcome& outcome) {
     const int number = session.rows[index].number;
-    const auto note = [&](const Error& error) { work.outcome.problems.push_back({error, number}); };
+    const auto note = [&](const Error& error) { outcome.problems.push_back({error, number}); };
     if (const Status shown = ShowRow(session, index); !shown) return note(shown.error());
     const auto incomplete = IncompleteError(session.shown, session.flash.source->Path());
     if (incomplete) note(*incomplete);
-    if (const Status saved = SaveRow(session, ports, index, work); !saved) note(saved.error());
-}
-
-/// Waits for the files, and brings the problems into the order of the rows.
-Outcome Finish(BatchWork& work) {
-    Outcome outcome = std::move(work.outcome);
-    for (const BackgroundWriter::Result& result : work.writer.Finish()) {
-        if (result.status) ++outcome.written;
-        if (!result.status) outcome.problems.push_back({result.status.error(), result.tag});
-    }
-    std::stable_sort(outcome.problems.begin(), outcome.problems.end(),
-                     [](const Problem& one, const Problem& other) {
-                         return one.number.value_or(kBehindAllRows) < other.number.value_or(kBehindAllRows);
-                     });
-    return outcome;
+    const auto written = SaveRow(session, ports, index, batch);
+    if (!written) return note(written.error());
+    outcome.written += *written;
 }
 
 bool IsMeant(const Batch& batch, int number) {
@@ -128,15 +102,17 @@ bool IsMeant(const Batch& batch, int number) {
 }
 
 /// All rows that are meant, until the user stops it.
-void SaveRows(Session& session, Ports& ports, BatchWork& work) {
+Outcome SaveRows(Session& session, Ports& ports, const Batch& batch) {
+    Outcome outcome;
     for (std::size_t index = 0; index < session.rows.size(); ++index) {
-        if (IsMeant(work.batch, session.rows[index].number)) SaveRowInto(session, ports, index, work);
+        if (IsMeant(batch, session.rows[index].number)) SaveRowInto(session, ports, index, batch, outcome);
         const double percent =
             100.0 * static_cast<double>(index + 1) / static_cast<double>(session.rows.size());
         if (ports.progress.At(percent)) continue;
-        work.outcome.problems.push_back({StoppedError(), std::nullopt});
-        return;
+        outcome.problems.push_back({StoppedError(), std::nullopt});
+        break;
     }
+    return outcome;
 }
 
 }  // namespace
@@ -147,9 +123,7 @@ Outcome SavePictures(Session& session, Ports& ports, const Batch& batch) {
             return Refuse(session, ports, converter.error());
     if (const Status folder = EnsureFolder(batch.folder); !folder)
         return Refuse(session, ports, folder.error());
-    BatchWork work{batch, {}, {}};
-    SaveRows(session, ports, work);
-    Outcome outcome = Finish(work);
+    Outcome outcome = SaveRows(session, ports, batch);
     if (batch.format == BatchFormat::Png) RemovePngTemporaries(session);
     TellBatchEnd(session, ports, outcome);
     return outcome;

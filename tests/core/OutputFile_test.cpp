@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "core/BackgroundWriter.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
@@ -221,42 +220,6 @@ TEST(IsSameFile, SeesThroughLinks) {
     EXPECT_TRUE(IsSameFile(file, temp / "." / "file"));
     EXPECT_FALSE(IsSameFile(file, WriteFile(temp / "twin", std::string("x"))));
     EXPECT_FALSE(IsSameFile(file, temp / "none"));
-}
-
-TEST(BackgroundWriter, WritesEveryFileAndTellsInOrderHowEachEnded) {
-    const TempFolder temp;
-    WriteFile(temp / "5", std::string("old"));
-    BackgroundWriter writer;
-    for (int i = 0; i < 300; ++i)
-        writer.Write({temp / std::to_string(i), Bytes(20'000, static_cast<std::uint8_t>(i)),
-                      CommitMode::KeepExisting, 10 * i});
-    const auto results = writer.Finish();
-    ASSERT_EQ(results.size(), 300U);
-    for (std::size_t i = 0; i < results.size(); ++i) {
-        EXPECT_EQ(results[i].tag, static_cast<int>(10 * i));
-        EXPECT_EQ(results[i].status.has_value(), i != 5) << i;
-    }
-    EXPECT_EQ(results[5].status.error().kind, ErrorKind::FileExists);
-    EXPECT_EQ(ReadText(temp / "5"), "old");
-    EXPECT_EQ(ReadFile(temp / "299"), Bytes(20'000, 299 & 0xFF));
-}
-
-TEST(BackgroundWriter, WritesWhatIsWaitingWhenItGoes) {
-    const TempFolder temp;
-    {
-        BackgroundWriter writer;
-        for (int i = 0; i < 50; ++i)
-            writer.Write({temp / std::to_string(i), Bytes(10, 1), CommitMode::Replace, 0});
-    }
-    EXPECT_EQ(ListNames(temp.Path()).size(), 50U);
-}
-
-TEST(BackgroundWriter, TakesAFileLargerThanAllThatMayWait) {
-    const TempFolder temp;
-    BackgroundWriter writer;
-    for (int i = 0; i < 3; ++i)
-        writer.Write({temp / std::to_string(i), Bytes(3U << 20, 1), CommitMode::Replace, 0});
-    for (const auto& result : writer.Finish()) EXPECT_TRUE(result.status);
 }
 
 }  // namespace

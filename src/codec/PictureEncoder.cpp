@@ -45,9 +45,9 @@ class Scratch {
     explicit Scratch(std::size_t size)
         : values_(std::make_unique_for_overwrite<Value[]>(size)), size_(size) {}
 
-    Value* data() { return values_.get(); }
-    const Value* data() const { return values_.get(); }
-    std::size_t size() const { return size_; }
+    Value* Data() { return values_.get(); }
+    const Value* Data() const { return values_.get(); }
+    std::size_t Size() const { return size_; }
 
   private:
     std::unique_ptr<Value[]> values_;
@@ -63,7 +63,7 @@ Cells CellsUnder(const Picture& picture, int rows) {
     const auto width = static_cast<std::size_t>(std::max(picture.width, 0));
     const auto inRaster = std::min<std::size_t>(width, Raster::kColumns);
     Cells cells(width * static_cast<std::size_t>(std::max(rows, 0)));
-    Cell* to = cells.data();
+    Cell* to = cells.Data();
     for (int y = 0; y < rows; ++y) {
         const std::size_t taken = y < Raster::kRows ? inRaster : 0;
         if (taken > 0) ApplyTo<Rule>(picture.raster.From(0, y), to, taken);
@@ -89,7 +89,7 @@ Cells PreparedCells(const Picture& picture, int rows, AlphaRule rule) {
 /// Each row is filled up to whole bytes.
 Bytes EncodeBits(const Cells& cells, int width) {
     Bytes stored;
-    for (const Cell* row = cells.data(); row != cells.data() + cells.size(); row += width) {
+    for (const Cell* row = cells.Data(); row != cells.Data() + cells.Size(); row += width) {
         for (int x = 0; x < width; x += 8) {
             unsigned byte = 0;
             for (int bit = 0; bit < std::min(8, width - x); ++bit)
@@ -102,17 +102,17 @@ Bytes EncodeBits(const Cells& cells, int width) {
 
 template <typename Pixels>
 Bytes EncodeUnits(const Cells& cells) {
-    Bytes stored(cells.size() * Pixels::kBytes);
-    Pixels::Quantise(cells.data(), stored.data(), cells.size());
+    Bytes stored(cells.Size() * Pixels::kBytes);
+    Pixels::Quantise(cells.Data(), stored.data(), cells.Size());
     return stored;
 }
 
 /// Which cells equal the cell behind them, asked for a stretch at a time.
 class Neighbours {
   public:
-    explicit Neighbours(const Cells& cells) : equals_(cells.size() + kWord) {
-        Compare(cells.data(), equals_.data(), cells.size() - 1);
-        std::fill_n(equals_.data() + cells.size() - 1, kWord + 1, std::uint8_t{0});
+    explicit Neighbours(const Cells& cells) : equals_(cells.Size() + kWord) {
+        Compare(cells.Data(), equals_.Data(), cells.Size() - 1);
+        std::fill_n(equals_.Data() + cells.Size() - 1, kWord + 1, std::uint8_t{0});
     }
 
     /// How many cells from `at` on equal their neighbour; `most` or more count as `most`.
@@ -133,7 +133,7 @@ class Neighbours {
     std::size_t Stretch(std::size_t at, std::size_t most) const {
         for (std::size_t count = 0; count < most; count += kWord) {
             std::uint64_t word = 0;
-            std::memcpy(&word, equals_.data() + at + count, kWord);
+            std::memcpy(&word, equals_.Data() + at + count, kWord);
             if (word != Wanted)
                 return std::min(most, count + static_cast<std::size_t>(std::countr_zero(word ^ Wanted)) / 8);
         }
@@ -149,8 +149,8 @@ template <typename Pixels>
 class GroupWriter {
   public:
     explicit GroupWriter(const Cells& cells)
-        : units_(cells.size() * Pixels::kBytes), stored_(2 * units_.size() + kClosing) {
-        Pixels::Quantise(cells.data(), units_.data(), cells.size());
+        : units_(cells.Size() * Pixels::kBytes), stored_(2 * units_.Size() + kClosing) {
+        Pixels::Quantise(cells.Data(), units_.Data(), cells.Size());
     }
 
     void Run(std::size_t count, std::size_t cell) {
@@ -164,16 +164,16 @@ class GroupWriter {
     }
 
     void Append(std::size_t cell, std::size_t count) {
-        std::memcpy(stored_.data() + length_, units_.data() + cell * Pixels::kBytes, count * Pixels::kBytes);
+        std::memcpy(stored_.Data() + length_, units_.Data() + cell * Pixels::kBytes, count * Pixels::kBytes);
         length_ += count * Pixels::kBytes;
     }
 
-    Bytes Take() const { return Bytes(stored_.data(), stored_.data() + length_); }
+    Bytes Take() const { return Bytes(stored_.Data(), stored_.Data() + length_); }
 
   private:
     static constexpr std::size_t kClosing = 16;
 
-    void Control(std::size_t value) { stored_.data()[length_++] = static_cast<std::uint8_t>(value); }
+    void Control(std::size_t value) { stored_.Data()[length_++] = static_cast<std::uint8_t>(value); }
 
     Scratch<std::uint8_t> units_;  // every cell in its stored form
     Scratch<std::uint8_t>
@@ -186,7 +186,7 @@ class GroupWriter {
 template <typename Pixels>
 class GroupScan {
   public:
-    explicit GroupScan(const Cells& cells) : neighbours_(cells), last_(cells.size() - 1), writer_(cells) {}
+    explicit GroupScan(const Cells& cells) : neighbours_(cells), last_(cells.Size() - 1), writer_(cells) {}
 
     Bytes Encode() {
         while (at_ < last_) {
@@ -242,7 +242,7 @@ class GroupScan {
 
 template <typename Pixels>
 Bytes EncodeGroups(const Cells& cells) {
-    return cells.size() == 0 ? Bytes() : GroupScan<Pixels>(cells).Encode();
+    return cells.Size() == 0 ? Bytes() : GroupScan<Pixels>(cells).Encode();
 }
 
 }  // namespace

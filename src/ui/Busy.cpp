@@ -10,6 +10,9 @@ namespace {
 /// Often enough for the eye and for Esc, seldom enough to cost nothing.
 constexpr qint64 kYieldMilliseconds = 25;
 
+/// Longer than anybody takes for a second key press.
+constexpr qint64 kLongMilliseconds = 100;
+
 bool IsInput(QEvent::Type type) {
     switch (type) {
         case QEvent::MouseButtonPress:
@@ -63,12 +66,13 @@ void Busy::Begin() {
     isStopped_ = false;
     bar_.setValue(0);
     sinceYield_.start();
+    sinceBegin_.start();
     qApp->installEventFilter(this);
 }
 
 void Busy::End() {
-    // What was pressed while the command ran is dropped with it.
-    QCoreApplication::processEvents();
+    // What was pressed while a long command ran is dropped with it.
+    if (sinceBegin_.elapsed() >= kLongMilliseconds) QCoreApplication::processEvents();
     qApp->removeEventFilter(this);
     isActive_ = false;
 }

@@ -45,6 +45,7 @@ class Busy final : public QObject, public Progress {
 
     QProgressBar& bar_;
     QElapsedTimer sinceYield_;
+    QElapsedTimer sinceBegin_;
     bool isActive_ = false;
     bool isStopped_ = false;
 };

@@ -130,8 +130,7 @@ void Form1::ShowOutcome(const Outcome& outcome) {
 }
 
 void Form1::ShowLine(const QString& text) {
-    line_->setText(text);
-    line_->setToolTip(text);
+    line_->SetText(text);
 }
 
 void Form1::RefreshAll() {
@@ -147,7 +146,8 @@ void Form1::RefreshAll() {
 void Form1::Connect() {
     connect(list_, &PictureList::RowShown, this, [this](int row) { ShowSelectedRow(row); });
     connect(list_, &PictureList::ContextMenuWanted, this, [this](QPoint at) { ShowPicturesPopup(at); });
-    connect(picture_, &PictureView::ContextMenuWanted, this, [this](QPoint at) { ShowPicPopup(at); });
+    connect(&pictureFrame_->View(), &PictureView::ContextMenuWanted, this,
+            [this](QPoint at) { ShowPicPopup(at); });
     connect(transparency_, &QCheckBox::toggled, this, [this] { RefreshView(); });
 }
 
@@ -165,10 +165,9 @@ void Form1::RefreshList() {
 
 void Form1::RefreshView() {
     view_.drawsTransparency = transparency_->isChecked();
-    pictureFrame_->setTitle(WithoutMnemonic(Shown(session_.shown.caption)));
-    picture_->SetImage(session_.shown.isShown ? RenderPicture(session_.picture, view_, kBackground)
-                                              : QImage());
-    picture_->setAccessibleDescription(Shown(session_.shown.caption));
+    pictureFrame_->SetCaption(Shown(session_.shown.caption).simplified());
+    pictureFrame_->View().SetImage(
+        session_.shown.isShown ? RenderPicture(session_.picture, view_, kBackground) : QImage());
 }
 
 /// What the settings and the language file say comes to the window.

@@ -3,7 +3,6 @@
 /// The main window. It owns the session, shows it, and binds menus, list and view to the commands over it;
 /// what a command does and asks stands in session/. Controls and entries bear their real names.
 
-#include <QGroupBox>
 #include <QHash>
 #include <QLabel>
 #include <QMainWindow>
@@ -15,10 +14,10 @@
 #include "session/Session.h"
 #include "ui/Busy.h"
 #include "ui/Form3.h"
+#include "ui/PictureFrame.h"
 #include "ui/PictureList.h"
 #include "ui/PictureListModel.h"
 #include "ui/PictureRenderer.h"
-#include "ui/PictureView.h"
 
 class QCheckBox;
 class QTabWidget;
@@ -63,7 +62,6 @@ class Form1 final : public QMainWindow {
     void MakeWidgets();
     QWidget* MakeLeftSide();
     QWidget* MakeRightSide();
-    QWidget* MakePictureFrame();
     QWidget* MakeInfoFrame();
     void MakeBottom();
     void Connect();
@@ -115,13 +113,12 @@ class Form1 final : public QMainWindow {
     std::shared_ptr<const ByteSource> listed_;  // the flash whose rows the list shows
     PictureListModel model_;
     PictureList* list_ = nullptr;
-    PictureView* picture_ = nullptr;
     QTabWidget* tabs_ = nullptr;
-    QGroupBox* pictureFrame_ = nullptr;
+    PictureFrame* pictureFrame_ = nullptr;
     QLabel* info_ = nullptr;
     QCheckBox* transparency_ = nullptr;
     QProgressBar* progress_ = nullptr;
-    QLabel* line_ = nullptr;
+    TextLine* line_ = nullptr;
     QMenu* picturesPopup_ = nullptr;
     QMenu* picPopup_ = nullptr;
     QHash<QString, QAction*> entries_;

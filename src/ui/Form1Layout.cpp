@@ -1,4 +1,5 @@
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QProgressBar>
 #include <QSplitter>
@@ -49,17 +50,6 @@ QWidget* Form1::MakeLeftSide() {
     return tabs_;
 }
 
-QWidget* Form1::MakePictureFrame() {
-    picture_ = new PictureView;
-    picture_->setObjectName("Picture1");
-    picture_->setAccessibleName("Picture");
-    pictureFrame_ = new QGroupBox;
-    pictureFrame_->setObjectName("PICframe");
-    auto* frameLayout = new QVBoxLayout(pictureFrame_);
-    frameLayout->addWidget(picture_, 1, Qt::AlignCenter);
-    return pictureFrame_;
-}
-
 QWidget* Form1::MakeInfoFrame() {
     info_ = new QLabel;
     info_->setObjectName("FFinfol");
@@ -73,11 +63,13 @@ QWidget* Form1::MakeInfoFrame() {
 }
 
 QWidget* Form1::MakeRightSide() {
+    pictureFrame_ = new PictureFrame;
+    pictureFrame_->setObjectName("PICframe");
     transparency_ = new QCheckBox("transparency");
     transparency_->setObjectName("TransCheck");
     auto* side = new QWidget;
     auto* layout = new QVBoxLayout(side);
-    layout->addWidget(MakePictureFrame(), 1);
+    layout->addWidget(pictureFrame_, 1);
     layout->addWidget(transparency_);
     layout->addWidget(MakeInfoFrame());
     return side;
@@ -90,11 +82,8 @@ void Form1::MakeBottom() {
     progress_->setRange(0, 100);
     progress_->setValue(0);
     progress_->setMaximumWidth(kBarWidth);
-    line_ = new QLabel;
+    line_ = new TextLine;
     line_->setObjectName("Line1");
-    line_->setTextFormat(Qt::PlainText);
-    line_->setMinimumWidth(1);  // a long text must not widen the window
-    line_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(line_, 1);
     statusBar()->addPermanentWidget(progress_);
 }

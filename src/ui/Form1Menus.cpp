@@ -254,7 +254,8 @@ void Form1::ShowPicPopup(const QPoint& position) {
 std::optional<SaveCommand> Form1::PickSaveCommand() {
     for (const char* name : {"mnu_PopupPic_SaveChannels", "mnu_PopupPic_LoadChannels"})
         Entry(name).setVisible(false);
-    const QAction* picked = picPopup_->exec(picture_->mapToGlobal(picture_->rect().center()));
+    const PictureView& view = pictureFrame_->View();
+    const QAction* picked = picPopup_->exec(view.mapToGlobal(view.rect().center()));
     for (const char* name : {"mnu_PopupPic_SaveChannels", "mnu_PopupPic_LoadChannels"})
         Entry(name).setVisible(true);
     if (picked == nullptr || !picked->data().isValid()) return std::nullopt;

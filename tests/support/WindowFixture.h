@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QTest>
 
 #include "session/Settings.h"
@@ -68,7 +69,7 @@ class WindowFixture : public SessionFixture {
     void Select(int row) const { List().setCurrentIndex(List().model()->index(row, 0)); }
 
     /// The line above the picture.
-    std::string FrameCaption() const { return PlainCaption(Find<QGroupBox>("PICframe").title()); }
+    std::string FrameCaption() const { return Find<PictureFrame>("PICframe").Caption().toStdString(); }
 
     /// The picture box as it is painted.
     QImage Painted() const { return Find<PictureView>("Picture1").grab().toImage(); }

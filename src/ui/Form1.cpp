@@ -12,6 +12,7 @@
 #include "session/OpenFiles.h"
 #include "session/OpenFullflash.h"
 #include "session/OpenNames.h"
+#include "session/Report.h"
 #include "session/Settings.h"
 #include "session/ShowPicture.h"
 #include "session/StartUp.h"
@@ -116,6 +117,8 @@ void Form1::ShowSelectedRow(int row) {
     RefreshView();
     RefreshMenus();
     ShowLine(shown ? QString() : LineOf(session_.texts, {shown.error(), row}));
+    // The one reason that has a box of its own; the others stop nobody who moves through the list.
+    if (!shown && shown.error().kind == ErrorKind::BadBitDepth) Tell(session_, *ports_, shown.error());
 }
 
 void Form1::SelectFirstPicture() {

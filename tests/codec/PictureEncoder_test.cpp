@@ -224,6 +224,30 @@ TEST(PictureEncoder, EveryWrittenTypeComesBackAtAllSizesFromTwoColumnsOn) {
     }
 }
 
+Picture ThereAndBack(const Picture& picture, std::uint8_t type) {
+    Picture decoded;
+    const auto result =
+        DecodePicture(MemorySource(EncodePicture(picture, type)), 0,
+                      {picture.width, picture.height, *BitDepthOf(type), IsCompressed(type)}, decoded);
+    EXPECT_TRUE(result && result->complete);
+    return decoded;
+}
+
+TEST(PictureEncoder, EveryWidthFromTwoOnComesBackFromTheCompressedTypesAsFromThePlain) {
+    std::mt19937 random(18);
+    for (int width = 2; width <= 240; ++width) {
+        for (const std::uint8_t type : std::initializer_list<std::uint8_t>{0x85, 0x88, 0x8A}) {
+            const Picture picture = RandomPicture(random, width, 1 + width % 3);
+            const Picture compressed = ThereAndBack(picture, type);
+            const Picture plain = ThereAndBack(picture, static_cast<std::uint8_t>(type & 0x7F));
+            for (int y = 0; y < picture.height; ++y)
+                ASSERT_TRUE(std::equal(plain.raster.From(0, y), plain.raster.From(0, y) + width,
+                                       compressed.raster.From(0, y)))
+                    << width << " " << int{type} << " row " << y;
+        }
+    }
+}
+
 TEST(PictureEncoder, TheLargestPictureComesBackInEveryType) {
     std::mt19937 random(19);
     const Picture picture = RandomPicture(random, 240, 320);

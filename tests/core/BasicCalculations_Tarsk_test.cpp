@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "support/TempFolder.h"
 
@@ -160,6 +161,14 @@ TEST(FileMissing, OnlyAFileThatCanBeOpenedIsThere) {
     EXPECT_TRUE(FileMissing(temp / "none"));
     EXPECT_TRUE(FileMissing(temp / "no folder" / "none"));
     EXPECT_TRUE(FileMissing(""));
+}
+
+TEST(FileMissing, AFileThatMayNotBeReadCountsAsMissing) {
+    if (geteuid() == 0) GTEST_SKIP() << "the superuser may read every file";
+    const TempFolder temp;
+    const auto path = WriteFile(temp / "closed", std::string("x"));
+    std::filesystem::permissions(path, std::filesystem::perms::none);
+    EXPECT_TRUE(FileMissing(path));
 }
 
 TEST(FileMissing, AFolderCountsAsMissing) {

@@ -70,6 +70,25 @@ TEST_F(OpenFullflashTest, ClosingRemovesTheRowsAndResetsTheSearch) {
     EXPECT_EQ(session.flash.FreeSearchOffset, 262144U);
 }
 
+TEST_F(OpenFullflashTest, AFlashWithoutAPictureHasTheLastNumberMinusOne) {
+    Open(FlashBuilder(FlashKind::NewSGold));
+    EXPECT_TRUE(session.rows.empty());
+    EXPECT_EQ(session.flash.picnum, -1);
+    const auto empty = WriteFile(temp / "empty.bin", std::string());
+    ASSERT_TRUE(OpenFullflash(session, empty, scripted.progress));
+    EXPECT_EQ(session.flash.picnum, -1);
+}
+
+TEST_F(OpenFullflashTest, KeptAFullLongTableLeavesPicnumAsItWas) {
+    Open(FourIcons());
+    FlashBuilder full(FlashKind::NewSGoldE71);
+    for (int i = 0; i <= 2501; ++i) full.AddPicture(1, 1, 0x05, {0xE0});
+    Open(full, "full.bin");
+    EXPECT_EQ(session.rows.size(), 2501U);
+    EXPECT_EQ(ColumnText(session.rows.back(), Column::Number), "2500");
+    EXPECT_EQ(session.flash.picnum, 3);
+}
+
 TEST_F(OpenFullflashTest, IdentificationTextShowsTheFlashsBytesAsLatin1) {
     FullflashImage flash;
     flash.ManufN = "M\xE4rz";

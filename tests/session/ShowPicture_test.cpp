@@ -77,6 +77,7 @@ TEST_F(ShowPictureTest, AGpfTypeOfNoBitDepthIsRefusedEvenAfterAnotherPicture) {
     const auto loaded = LoadGPFfile(session, WriteGpf2("a.gpf2", 1, 1, 0x02, {0}));
     ASSERT_FALSE(loaded);
     EXPECT_EQ(loaded.error().kind, ErrorKind::BadBitDepth);
+    EXPECT_EQ(loaded.error().detail, " 0bit");
 }
 
 TEST_F(ShowPictureTest, APictureTooWideForTheRasterIsNotShownAndTheCaptionSaysWhy) {

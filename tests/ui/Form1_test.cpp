@@ -263,6 +263,15 @@ TEST_F(Form1Test, APictureThatCanNotBeShownIsToldInTheFrameAndInNoBox) {
     EXPECT_EQ(Painted().pixelColor(100, 100), QColor(Qt::white));
 }
 
+TEST_F(Form1Test, ATypeOfNoBitDepthShownFirstIsToldInABox) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    flash.AddPicture(1, 1, 0x02, {0x1F});
+    Open(flash);
+    Show();
+    Select(0);
+    EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{" 0bit"});
+}
+
 TEST_F(Form1Test, TheListsPopupNeedsARow) {
     Show();
     QTest::mouseClick(List().viewport(), Qt::RightButton);

@@ -163,12 +163,34 @@ TEST(FileMissing, OnlyAFileThatCanBeOpenedIsThere) {
     EXPECT_TRUE(FileMissing(""));
 }
 
+/// The superuser may read every file; as long as this stands he is somebody else.
+class WithoutPrivileges {
+  public:
+    WithoutPrivileges() : user_(geteuid()) {
+        constexpr uid_t kNobody = 65534;
+        if (user_ == 0) {
+            EXPECT_EQ(seteuid(kNobody), 0);
+        }
+    }
+    ~WithoutPrivileges() { EXPECT_EQ(seteuid(user_), 0); }
+    WithoutPrivileges(const WithoutPrivileges&) = delete;
+    WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
+
+  private:
+    uid_t user_;
+};
+
 TEST(FileMissing, AFileThatMayNotBeReadCountsAsMissing) {
-    if (geteuid() == 0) GTEST_SKIP() << "the superuser may read every file";
+    using std::filesystem::perms;
     const TempFolder temp;
-    const auto path = WriteFile(temp / "closed", std::string("x"));
-    std::filesystem::permissions(path, std::filesystem::perms::none);
-    EXPECT_TRUE(FileMissing(path));
+    std::filesystem::permissions(temp.Path(), perms::owner_all | perms::group_exec | perms::others_exec);
+    const auto open = WriteFile(temp / "open", std::string("x"));
+    const auto closed = WriteFile(temp / "closed", std::string("x"));
+    std::filesystem::permissions(open, perms::owner_read | perms::group_read | perms::others_read);
+    std::filesystem::permissions(closed, perms::none);
+    const WithoutPrivileges nobody;
+    EXPECT_FALSE(FileMissing(open));
+    EXPECT_TRUE(FileMissing(closed));
 }
 
 TEST(FileMissing, AFolderCountsAsMissing) {

@@ -65,7 +65,7 @@ TEST_F(ChannelsTest, TheFlaggedChannelsAreSavedIn32Bits) {
 TEST_F(ChannelsTest, NoChannelFlaggedSavesWholePixels) {
     ShowIcon();
     EXPECT_TRUE(Save(temp / "out.bmp", {}).IsClean());
-    const samples::Pixel& pixel = ReadBmp(temp / "out.bmp").shown.At(8, 8);
+    const samples::Pixel pixel = ReadBmp(temp / "out.bmp").shown.At(8, 8);
     EXPECT_EQ((Cell{pixel.r, pixel.g, pixel.b, pixel.a}), CellAt(8, 8));
 }
 

@@ -186,14 +186,24 @@ TEST(PictureEncoder, WritesWhatThePlainEncoderWrites) {
     }
 }
 
-/// Cells as a type that was written and read again shows them.
-Cell Shown(const Picture& picture, int x, int y, std::uint8_t type) {
-    Picture one = Make(1, 1, {picture.raster.At(x, y)}, picture.RasterHasAlpha);
-    const Bytes stored = EncodePicture(one, static_cast<std::uint8_t>(type & 0x7F));
-    Picture decoded;
-    EXPECT_TRUE(DecodePicture(MemorySource(stored), 0, {1, 1, *BitDepthOf(type), false}, decoded));
-    return decoded.raster.At(0, 0);
-}
+/// How a type shows single cells: each is written as a picture of one pixel, uncompressed, and read again.
+class CellsAsShown {
+  public:
+    CellsAsShown(bool hasAlpha, std::uint8_t type)
+        : plainType_(static_cast<std::uint8_t>(type & 0x7F)), written_(Make(1, 1, {}, hasAlpha)) {}
+
+    Cell operator()(const Cell& cell) {
+        written_.raster.At(0, 0) = cell;
+        const MemorySource stored(EncodePicture(written_, plainType_));
+        EXPECT_TRUE(DecodePicture(stored, 0, {1, 1, *BitDepthOf(plainType_), false}, read_));
+        return read_.raster.At(0, 0);
+    }
+
+  private:
+    std::uint8_t plainType_;
+    Picture written_;
+    Picture read_;
+};
 
 void ExpectRoundTrip(const Picture& picture, std::uint8_t type) {
     const Bytes stored = EncodePicture(picture, type);
@@ -203,9 +213,10 @@ void ExpectRoundTrip(const Picture& picture, std::uint8_t type) {
                       {picture.width, picture.height, *BitDepthOf(type), IsCompressed(type)}, decoded);
     ASSERT_TRUE(result);
     ASSERT_TRUE(result->complete);
+    CellsAsShown shown(picture.RasterHasAlpha, type);
     for (int y = 0; y < picture.height; ++y)
         for (int x = 0; x < picture.width; ++x)
-            ASSERT_EQ(decoded.raster.At(x, y), Shown(picture, x, y, type)) << x << ", " << y;
+            ASSERT_EQ(decoded.raster.At(x, y), shown(picture.raster.At(x, y))) << x << ", " << y;
     for (int x = 0; x < Raster::kColumns && picture.height + 1 < Raster::kRows; ++x)
         ASSERT_EQ(decoded.raster.At(x, picture.height + 1), Cell{}) << "spilled below the extra row";
 }

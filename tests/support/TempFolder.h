@@ -39,7 +39,12 @@ class TempFolder {
 inline Bytes ReadFile(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     EXPECT_TRUE(file.is_open()) << path;
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::error_code error;
+    Bytes bytes(static_cast<std::size_t>(std::filesystem::file_size(path, error)));
+    EXPECT_FALSE(error) << path;
+    file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    EXPECT_EQ(file.gcount(), static_cast<std::streamsize>(bytes.size())) << path;
+    return bytes;
 }
 
 inline std::string ReadText(const std::filesystem::path& path) {

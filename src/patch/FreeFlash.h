@@ -6,16 +6,11 @@
 #include <vector>
 
 #include "core/ByteSource.h"
+#include "core/FileRange.h"
 
 namespace pictavo {
 
 inline constexpr std::uint64_t kFreeFlashChunk = 16;
-
-/// File offsets `begin` to `end`, the end not included.
-struct FileRange {
-    std::uint64_t begin = 0;
-    std::uint64_t end = 0;
-};
 
 /// The same bytes as ranges in ascending order that neither touch nor overlap.
 std::vector<FileRange> Merged(std::vector<FileRange> ranges);

@@ -49,6 +49,9 @@ std::unique_ptr<Command> MakeCheckCommand();
 std::unique_ptr<Command> MakeApplyCommand();
 std::unique_ptr<Command> MakeBackupPitCommand();
 std::unique_ptr<Command> MakeRebuildPitCommand();
+std::unique_ptr<Command> MakeExtractPatchCommand();
+std::unique_ptr<Command> MakeExtractGpnCommand();
+std::unique_ptr<Command> MakeCarveCommand();
 std::unique_ptr<Command> MakePngInfoCommand();
 
 }  // namespace pictavo::cli

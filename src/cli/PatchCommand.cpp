@@ -6,6 +6,7 @@
 #include "codec/PictureType.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/OutputFile.h"
+#include "session/ChangePng.h"
 #include "session/ReplacePictures.h"
 #include "session/Report.h"
 #include "session/SavePatch.h"
@@ -47,12 +48,6 @@ std::string SectionLine(const PatchSection& section) {
            ", " + how + "\n";
 }
 
-/// A batch that the user stopped ends like any other, with the stop among its problems.
-bool WasStopped(const Outcome& outcome) {
-    return std::any_of(outcome.problems.begin(), outcome.problems.end(),
-                       [](const Problem& problem) { return problem.error.kind == ErrorKind::Stopped; });
-}
-
 class PatchCommand final : public Command {
   public:
     PatchCommand() : Command("patch", "Replace pictures and write the ViKlay patch that does it") {}
@@ -71,6 +66,11 @@ class PatchCommand final : public Command {
             ->option_text("DIR");
         app.add_option("--bits", bits_, "Bits a pixel where no @BITS says it: 1, 8, 16 or 24 (default 16)")
             ->option_text("B");
+        app.add_option("--png", pngs_,
+                       "Replace the PNG file in the flash that FILE is named by the offset of "
+                       "(0012AB40.png); may be given several times")
+            ->allow_extra_args(false)
+            ->option_text("FILE ...");
         options_.DeclareCompress(app);
         options_.DeclareNames(app);
         options_.DeclareConverter(app);
@@ -91,11 +91,14 @@ class PatchCommand final : public Command {
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
         Outcome replaced = ReplaceAll(run);
         if (replaced.end != Outcome::End::Done || WasStopped(replaced)) return front.Report(replaced);
+        std::string pngLines;
+        if (const Outcome changed = ChangePngs(run, pngLines); !changed.IsClean())
+            return front.Report(changed);
         PatchOutcome saved = SavePatchTo(run.session, run.ports, patch_);
         saved.outcome.problems.insert(saved.outcome.problems.begin(), replaced.problems.begin(),
                                       replaced.problems.end());
         const int status = front.Report(saved.outcome);
-        return std::max(front.Print(Lines(saved.sections)), status);
+        return std::max(front.Print(Lines(saved.sections) + pngLines), status);
     }
 
   private:
@@ -108,9 +111,9 @@ class PatchCommand final : public Command {
         return {};
     }
 
-    /// The pictures' files. Of the folder any that is named as a picture may be one.
+    /// The pictures' and PNG files. Of the folder any that is named as a picture may be one.
     std::vector<std::filesystem::path> Inputs() const {
-        std::vector<std::filesystem::path> inputs;
+        std::vector<std::filesystem::path> inputs(pngs_.begin(), pngs_.end());
         for (const std::string& text : pictures_) inputs.emplace_back(ParseReplacement(text)->file);
         std::error_code error;
         for (auto entry = std::filesystem::directory_iterator(folder_, error);
@@ -123,6 +126,16 @@ class PatchCommand final : public Command {
         if (!folder_.empty())
             return ReplaceFromFolder(run.session, run.ports, folder_, TypeFor(std::nullopt));
         return ReplaceOneByOne(run);
+    }
+
+    /// One after the other, up to the first that can not be taken.
+    Outcome ChangePngs(cli::Run& run, std::string& lines) const {
+        for (const std::string& path : pngs_) {
+            const ChangedPng changed = ChangePngFrom(run.session, run.ports, path);
+            if (!changed.outcome.IsClean()) return changed.outcome;
+            lines += "png " + changed.name + ": " + std::to_string(changed.length) + " bytes\n";
+        }
+        return {};
     }
 
     Outcome ReplaceOneByOne(cli::Run& run) const {
@@ -163,6 +176,7 @@ class PatchCommand final : public Command {
     std::string flash_;
     std::string patch_;
     std::vector<std::string> pictures_;
+    std::vector<std::string> pngs_;
     std::string folder_;
     std::string bits_ = "16";
     AnswerOptions options_;

@@ -12,9 +12,10 @@ namespace {
 
 std::vector<std::unique_ptr<Command>> MakeCommands() {
     std::vector<std::unique_ptr<Command>> commands;
-    for (auto* make : {MakeInfoCommand, MakeListCommand, MakeExportCommand, MakeConvertCommand,
-                       MakePatchCommand, MakeCheckCommand, MakeApplyCommand, MakeBackupPitCommand,
-                       MakeRebuildPitCommand, MakePngInfoCommand})
+    for (auto* make :
+         {MakeInfoCommand, MakeListCommand, MakeExportCommand, MakeConvertCommand, MakePatchCommand,
+          MakeCheckCommand, MakeApplyCommand, MakeBackupPitCommand, MakeRebuildPitCommand,
+          MakeExtractPatchCommand, MakeExtractGpnCommand, MakeCarveCommand, MakePngInfoCommand})
         commands.push_back(make());
     return commands;
 }

@@ -21,6 +21,9 @@ class LineReader {
     /// Number of the line that Next gave last, counted from 1.
     std::size_t Number() const { return number_; }
 
+    /// Offset of the first byte not read yet.
+    std::uint64_t Position() const { return position_; }
+
   private:
     const ByteSource& source_;
     std::uint64_t position_ = 0;

@@ -25,10 +25,12 @@ enum class ErrorKind {
     NotSupported,      ///< the format can not hold this picture
     OneBitCompressed,  ///< compressed 1-bit pictures are not written
     TooLarge,          ///< the picture does not fit into the Raster
+    PngTooLarge,       ///< a new PNG file does not fit into the place of the old one
     BadBitDepth,       ///< the type code names no bit depth
     ConverterMissing,  ///< the converter that the settings name does not exist
     ConverterFailed,   ///< the converter ended without writing its output
     NoFreeMemory,      ///< the flash holds no free place of the length needed
+    Conflict,          ///< two sections of one patch would write the same bytes
     BlockTooLarge,     ///< a rebuilt picture block passes the start of the old last picture
     EmptyBlock,        ///< the table or picture block would hold nothing
     SourceMissing,     ///< no source file exists for a picture

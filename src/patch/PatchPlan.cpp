@@ -21,16 +21,34 @@ Placement PlaceWithoutSearch(const FullflashImage& flash, const ReplacedRow& row
                                                                          : Placement::BeyondFlash;
 }
 
-std::vector<FileRange> RangesWrittenInPlace(const FullflashImage& flash,
-                                            const std::vector<PatchSection>& sections) {
-    std::vector<FileRange> ranges;
-    for (const PatchSection& section : sections) {
-        if (!section.IsWritten()) continue;
-        const PictureRecord& record = section.row.record;
-        ranges.push_back({record.pitOffset, record.pitOffset + RecordSize(flash)});
-        if (section.placement == Placement::InPlace)
-            ranges.push_back({record.picOffset, record.picOffset + section.row.picture->length});
-    }
+FileRange RecordRange(const FullflashImage& flash, const PatchSection& section) {
+    const std::uint64_t begin = section.row.record.pitOffset;
+    return {begin, begin + RecordSize(flash)};
+}
+
+FileRange DataRange(const PatchSection& section) {
+    return {section.offset, section.offset + section.row.picture->length};
+}
+
+/// What is known of a written section before moved ones have their places.
+std::vector<FileRange> RangesInPlace(const FullflashImage& flash, const PatchSection& section) {
+    if (!section.IsWritten()) return {};
+    if (section.placement == Placement::Moved) return {RecordRange(flash, section)};
+    return {RecordRange(flash, section), DataRange(section)};
+}
+
+bool TouchesAny(const std::vector<FileRange>& ranges, const std::vector<FileRange>& others) {
+    return std::any_of(ranges.begin(), ranges.end(), [&](const FileRange& range) {
+        return std::any_of(others.begin(), others.end(),
+                           [&](const FileRange& other) { return range.Touches(other); });
+    });
+}
+
+/// Everything that is not free, though it may hold FF.
+std::vector<FileRange> TakenRanges(const FullflashImage& flash, const std::vector<PatchSection>& sections,
+                                   std::vector<FileRange> ranges) {
+    for (const PatchSection& section : sections)
+        for (const FileRange& range : RangesInPlace(flash, section)) ranges.push_back(range);
     return Merged(std::move(ranges));
 }
 
@@ -78,14 +96,22 @@ std::uint64_t RoomOf(const std::vector<PictureRecord>& rows, std::size_t index, 
     return next > own ? next - own : 0;
 }
 
-Result<PatchPlan> PlanPatch(const FullflashImage& flash, std::vector<ReplacedRow> rows) {
+std::vector<FileRange> RangesOf(const FullflashImage& flash, const PatchSection& section) {
+    if (!section.IsWritten()) return {};
+    return {RecordRange(flash, section), DataRange(section)};
+}
+
+Result<PatchPlan> PlanPatch(const FullflashImage& flash, std::vector<ReplacedRow> rows,
+                            const std::vector<FileRange>& pngRanges) {
     PatchPlan plan;
     for (ReplacedRow& row : rows) {
         const Placement placement = PlaceWithoutSearch(flash, row);
         const std::uint64_t oldPlace = row.record.picOffset;
-        plan.sections.push_back({std::move(row), placement, oldPlace});
+        PatchSection section{std::move(row), placement, oldPlace};
+        if (TouchesAny(RangesInPlace(flash, section), pngRanges)) section.placement = Placement::UnderPng;
+        plan.sections.push_back(std::move(section));
     }
-    Places places(flash, RangesWrittenInPlace(flash, plan.sections));
+    Places places(flash, TakenRanges(flash, plan.sections, pngRanges));
     for (PatchSection& section : plan.sections)
         if (section.placement == Placement::Moved) PICTAVO_TRY(places.Give(section));
     plan.freeSearchOffset = places.Next();

@@ -31,6 +31,7 @@ enum class Placement {
     NoWorkFile,    ///< only an empty and a section line are written
     NoFreeMemory,  ///< the same, and the picture stays pending
     BeyondFlash,   ///< the same: the flash ends before the old bytes do
+    UnderPng,      ///< the same: a pending PNG section writes bytes of its old place or of its record
 };
 
 struct PatchSection {
@@ -43,16 +44,21 @@ struct PatchSection {
 
 struct PatchPlan {
     std::vector<PatchSection> sections;
-    std::uint64_t freeSearchOffset =
-        0;  ///< where the next search for free flash starts, once the patch stands
+    /// Where the next search for free flash starts, once the patch stands.
+    std::uint64_t freeSearchOffset = 0;
 };
 
 /// The room of row `index`: the next row's data offset less its own, 0 when that is not above it. The last
 /// row has the length of its own old data, `lastLength`.
 std::uint64_t RoomOf(const std::vector<PictureRecord>& rows, std::size_t index, std::uint64_t lastLength);
 
-/// Places the rows in their order. Flash that a section of this plan writes in place, and places handed out
-/// before, are not free. Fails with ReadFailed.
-Result<PatchPlan> PlanPatch(const FullflashImage& flash, std::vector<ReplacedRow> rows);
+/// The bytes of the flash that a written section changes: of its table record, and of its data.
+std::vector<FileRange> RangesOf(const FullflashImage& flash, const PatchSection& section);
+
+/// Places the rows in their order. Flash that a section of this plan writes in place, places handed out
+/// before, and the ranges that the patch's PNG sections write, which are Merged, are not free. Fails with
+/// ReadFailed.
+Result<PatchPlan> PlanPatch(const FullflashImage& flash, std::vector<ReplacedRow> rows,
+                            const std::vector<FileRange>& pngRanges = {});
 
 }  // namespace pictavo

@@ -1,58 +1,11 @@
 #include "patch/PatchReader.h"
 
-#include <algorithm>
-
-#include "core/BasicCalculations_Tarsk.h"
 #include "core/LineReader.h"
 #include "core/OutputFile.h"
 
 namespace pictavo {
 
 namespace {
-
-constexpr std::string_view kHexDigits = "0123456789ABCDEFabcdef";
-constexpr std::size_t kMostAddressDigits = 8;
-
-bool IsHex(std::string_view text) {
-    return !text.empty() && text.find_first_not_of(kHexDigits) == std::string_view::npos;
-}
-
-bool IsHexBytes(std::string_view text) {
-    return IsHex(text) && text.size() % 2 == 0;
-}
-
-std::string_view WithoutTrailingBlanks(std::string_view line) {
-    const std::size_t last = line.find_last_not_of(" \t");
-    return line.substr(0, last == std::string_view::npos ? 0 : last + 1);
-}
-
-std::uint64_t AddressValue(std::string_view digits) {
-    std::uint64_t value = 0;
-    for (const std::uint8_t byte : HexToBytes(digits, false)) value = value << 8 | byte;
-    return value;
-}
-
-/// The three fields of a line "ADDRESS: OLD NEW"; empty ones when it is none.
-struct Fields {
-    std::string_view address;
-    std::string_view oldBytes;
-    std::string_view newBytes;
-};
-
-Fields Split(std::string_view line) {
-    const std::size_t colon = line.find(": ");
-    if (colon == std::string_view::npos) return {};
-    const std::string_view bytes = line.substr(colon + 2);
-    const std::size_t blank = bytes.find(' ');
-    if (blank == std::string_view::npos) return {};
-    return {line.substr(0, colon), bytes.substr(0, blank), bytes.substr(blank + 1)};
-}
-
-bool IsPatchLine(const Fields& fields) {
-    return IsHex(fields.address) && fields.address.size() <= kMostAddressDigits &&
-           IsHexBytes(fields.oldBytes) && IsHexBytes(fields.newBytes) &&
-           fields.oldBytes.size() == fields.newBytes.size();
-}
 
 Failure RefuseLine(const ByteSource& patch, std::size_t number) {
     return Fail(ErrorKind::Malformed, patch.Path(),
@@ -62,11 +15,10 @@ Failure RefuseLine(const ByteSource& patch, std::size_t number) {
 
 Status ReadEntry(const ByteSource& patch, std::size_t number, std::string_view line,
                  std::vector<PatchEntry>& entries) {
-    if (line.empty() || line.front() == ';') return {};
-    const Fields fields = Split(line);
-    if (!IsPatchLine(fields)) return RefuseLine(patch, number);
-    entries.push_back({number, AddressValue(fields.address), HexToBytes(fields.oldBytes, false),
-                       HexToBytes(fields.newBytes, false)});
+    if (line.find_first_not_of(" \t") == std::string_view::npos || line.front() == ';') return {};
+    auto entry = ParsePatchLine(line, number);
+    if (!entry) return RefuseLine(patch, number);
+    entries.push_back(std::move(*entry));
     return {};
 }
 
@@ -87,7 +39,7 @@ Result<std::vector<PatchEntry>> ReadPatch(const ByteSource& patch) {
     for (;;) {
         PICTAVO_TRY(const auto line, reader.Next());
         if (!line) return entries;
-        PICTAVO_TRY(ReadEntry(patch, reader.Number(), WithoutTrailingBlanks(*line), entries));
+        PICTAVO_TRY(ReadEntry(patch, reader.Number(), *line, entries));
     }
 }
 

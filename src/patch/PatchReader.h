@@ -5,15 +5,9 @@
 #include <vector>
 
 #include "core/ByteSource.h"
+#include "patch/PatchLine.h"
 
 namespace pictavo {
-
-struct PatchEntry {
-    std::size_t line = 0;      ///< counted from 1
-    std::uint64_t offset = 0;  ///< in the flash
-    Bytes oldBytes;
-    Bytes newBytes;  ///< as many as the old ones
-};
 
 /// The patch lines of a patch, in their order. Comments (";" first) and empty lines are passed over; hex
 /// digits may be of either case. Fails with Malformed, naming the line, on any other line, and with

@@ -4,29 +4,28 @@
 
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/Version.h"
+#include "patch/PatchLine.h"
 #include "patch/PitRecord.h"
 
 namespace pictavo {
 
 namespace {
 
-constexpr const char* kLineEnd = "\r\n";
 constexpr std::size_t kFrameWidth = 70;  // of a framed line, before the "###" that closes it
 constexpr std::size_t kRuleMarks = 71;
-constexpr std::size_t kAddressDigits = 8;
 
 constexpr const char* kCreditText = "Pictures for your own phone; keep a copy of the fullflash.";
 constexpr const char* kWebText = "See ReadMe.txt before you flash.";
 
 std::string RuleLine() {
-    return "; " + std::string(kRuleMarks, '#') + kLineEnd;
+    return "; " + std::string(kRuleMarks, '#') + kPatchLineEnd;
 }
 
 /// Kept: a text that leaves no room for blanks is closed right behind it, and so becomes a longer line.
 std::string FramedLine(const std::string& text) {
     std::string line = text.empty() ? "; ###" : "; ### " + text;
     if (line.size() < kFrameWidth) line.resize(kFrameWidth, ' ');
-    return line + "###" + kLineEnd;
+    return line + "###" + kPatchLineEnd;
 }
 
 std::string WithoutControlCharacters(std::string text) {
@@ -41,7 +40,7 @@ std::string TargetText(const FullflashImage& flash) {
 }
 
 std::string SectionLine(const PictureRecord& record) {
-    return "; ##### Picture " + ColumnText(record, Column::Number) + " #####" + kLineEnd;
+    return "; ##### Picture " + ColumnText(record, Column::Number) + " #####" + kPatchLineEnd;
 }
 
 /// The old record keeps its address in place; a moved picture gets that of its new one.
@@ -72,13 +71,7 @@ Result<Bytes> NewData(const NewPicture& picture) {
 Result<std::string> DataLines(const FullflashImage& flash, const PatchSection& section) {
     PICTAVO_TRY(const Bytes newData, NewData(*section.row.picture));
     PICTAVO_TRY(const Bytes oldData, flash.source->ReadExactly(section.offset, newData.size()));
-    std::string lines;
-    for (std::size_t at = 0; at < newData.size(); at += kPatchLineBytes) {
-        const std::size_t length = std::min(kPatchLineBytes, newData.size() - at);
-        lines += PatchLine(section.offset + at, ByteView(oldData).subspan(at, length),
-                           ByteView(newData).subspan(at, length));
-    }
-    return lines;
+    return PatchLines(section.offset, oldData, newData);
 }
 
 }  // namespace
@@ -89,17 +82,12 @@ std::string PatchBanner(const FullflashImage& flash) {
            FramedLine(TargetText(flash)) + RuleLine();
 }
 
-std::string PatchLine(std::uint64_t offset, ByteView oldBytes, ByteView newBytes) {
-    return PadZeros(UpperHex(offset), kAddressDigits, true) + ": " + BytesToHex(oldBytes, false) + " " +
-           BytesToHex(newBytes, false) + kLineEnd;
-}
-
 Status WritePatchSection(const FullflashImage& flash, const PatchSection& section, OutputFile& patch) {
-    PICTAVO_TRY(patch.Write(AsBytes(kLineEnd + SectionLine(section.row.record))));
+    PICTAVO_TRY(patch.Write(AsBytes(kPatchLineEnd + SectionLine(section.row.record))));
     if (!section.IsWritten()) return {};
     PICTAVO_TRY(const std::string recordLine, RecordLine(flash, section));
     PICTAVO_TRY(const std::string dataLines, DataLines(flash, section));
-    return patch.Write(AsBytes(recordLine + kLineEnd + dataLines));
+    return patch.Write(AsBytes(recordLine + kPatchLineEnd + dataLines));
 }
 
 }  // namespace pictavo

@@ -8,15 +8,9 @@
 
 namespace pictavo {
 
-/// Bytes of picture data in a line.
-inline constexpr std::size_t kPatchLineBytes = 16;
-
 /// The eight lines at the head of a patch for this phone, with their ends. Control characters of the phone's
 /// texts become blanks, so that none can break a line.
 std::string PatchBanner(const FullflashImage& flash);
-
-/// A patch line with its end; old and new bytes must be equally many.
-std::string PatchLine(std::uint64_t offset, ByteView oldBytes, ByteView newBytes);
 
 /// Writes one section: an empty line, the section line, and of a placed picture the line of its table record,
 /// an empty line and its data lines. Fails with ReadFailed, Truncated and WriteFailed.

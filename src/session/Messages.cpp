@@ -62,12 +62,18 @@ Notice MissingFile(const LanguageTable& texts, const std::filesystem::path& path
             return {"", sentence + kLineBreak + PathText(path)};
         case MissingForm::TextBeforePathEnd:
             return {"", texts.str_fnExi + kLineBreak + PathText(path) + "!"};
+        case MissingForm::TextAlone:
+            return {"", sentence};
     }
     return {};
 }
 
 Notice Completion(const LanguageTable& texts) {
     return {"", texts.str_Succes};
+}
+
+Notice CountedCompletion(const LanguageTable& texts, std::size_t count) {
+    return {" " + std::to_string(count), texts.str_Succes};
 }
 
 std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error) {
@@ -88,6 +94,7 @@ std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error) {
             return {{"", texts.str_RpitLarge}};
         case ErrorKind::BadBitDepth:
         case ErrorKind::NoFreeMemory:
+        case ErrorKind::PngTooLarge:
             return {{"", error.detail}};
         case ErrorKind::ReadFailed:
         case ErrorKind::WriteFailed:
@@ -101,6 +108,7 @@ std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error) {
         case ErrorKind::SourceMissing:
         case ErrorKind::NoSuchPicture:
         case ErrorKind::Overflow:
+        case ErrorKind::Conflict:
         case ErrorKind::Stopped:
             return {PlainNotice(error)};
     }

@@ -29,11 +29,15 @@ enum class MissingForm {
     PathThenText,       ///< path, carriage return, text and "!": most of them
     TextThenPath,       ///< text and "!", carriage return, path: replacing a picture
     TextBeforePathEnd,  ///< text, carriage return, path and "!": opening a file
+    TextAlone,          ///< text and "!": replacing a PNG file, extracting from a patch
 };
 
 Notice MissingFile(const LanguageTable& texts, const std::filesystem::path& path, MissingForm form);
 
 Notice Completion(const LanguageTable& texts);
+
+/// The same with the number of files written, behind a blank, as its title.
+Notice CountedCompletion(const LanguageTable& texts, std::size_t count);
 
 /// The box, or in the case of a file that is no GPF the two boxes, that tell an error.
 std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error);

@@ -28,7 +28,7 @@ std::filesystem::path Appended(std::filesystem::path name, const std::string& te
 
 std::string NumberName(const AppSettings& settings, int number) {
     std::string name =
-        settings.HEXFilename ? UpperHex(static_cast<std::uint64_t>(number)) : std::to_string(number);
+        settings.HEXFilename ? UpperHex(static_cast<std::uint16_t>(number)) : std::to_string(number);
     if (!settings.ZeroFilename) return name;
     return PadZeros(std::move(name), settings.HEXFilename ? kHexWidth : kDecimalWidth, true);
 }

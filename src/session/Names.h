@@ -9,8 +9,9 @@
 
 namespace pictavo {
 
-/// The picture's number as a file's base name: decimal, or upper-case hexadecimal with HEXFilename; filled up
-/// with zeros to four decimal or three hexadecimal digits with ZeroFilename.
+/// The picture's number, -32768 to 65535, as a file's base name: decimal, or upper-case hexadecimal with
+/// HEXFilename; filled up with zeros to four decimal or three hexadecimal digits with ZeroFilename. Kept: a
+/// negative number, which a GPN container can hold, has a sign in decimal and is 8000 to FFFF in hexadecimal.
 std::string NumberName(const AppSettings& settings, int number);
 
 /// Kept: trailing characters with a code below 41 are cut off a name that was typed ("Hello!" gives "Hello").

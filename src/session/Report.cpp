@@ -51,9 +51,13 @@ Error StoppedError() {
     return {ErrorKind::Stopped, {}, std::nullopt, "stopped before the end"};
 }
 
+bool WasStopped(const Outcome& outcome) {
+    return !outcome.problems.empty() && outcome.problems.back().error.kind == ErrorKind::Stopped;
+}
+
 void TellBatchEnd(const Session& session, Ports& ports, const Outcome& outcome) {
     TellProblems(ports, outcome);
-    ports.prompts.Tell(Completion(session.texts));
+    if (!WasStopped(outcome)) ports.prompts.Tell(Completion(session.texts));
 }
 
 }  // namespace pictavo

@@ -25,7 +25,11 @@ void TellProblems(Ports& ports, const Outcome& outcome);
 /// The error of a batch that the user stopped.
 Error StoppedError();
 
-/// Ends a batch: a box that names what was passed over, if anything was, then the completion message.
+/// True when the user stopped the batch: it ends with that problem.
+bool WasStopped(const Outcome& outcome);
+
+/// Ends a batch: a box that names what was passed over, if anything was, then the completion message, unless
+/// the user stopped it.
 void TellBatchEnd(const Session& session, Ports& ports, const Outcome& outcome);
 
 }  // namespace pictavo

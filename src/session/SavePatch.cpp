@@ -1,49 +1,15 @@
 #include "session/SavePatch.h"
 
-#include "core/BasicCalculations_Tarsk.h"
 #include "patch/PatchWriter.h"
-#include "patch/PitBlocks.h"
 #include "session/Messages.h"
 #include "session/Names.h"
+#include "session/PendingPatch.h"
 #include "session/Report.h"
 #include "session/Targets.h"
 
 namespace pictavo {
 
 namespace {
-
-Result<NewPicture> ReadNewPicture(const std::filesystem::path& workFile) {
-    Picture scratch;
-    PICTAVO_TRY(const auto source, FileSource::Open(workFile));
-    PICTAVO_TRY(const LoadedGpf loaded, LoadGpf(*source, scratch));
-    return NewPicture{workFile, loaded.header, loaded.decoded.consumed};
-}
-
-/// Room of the last row: the length of its own old picture, 0 when that can not be decoded.
-std::uint64_t RoomOfRow(const Session& session, std::size_t index) {
-    const bool isLast = index + 1 == session.rows.size();
-    const std::uint64_t lastLength =
-        isLast ? StoredLength(session.flash, session.rows[index]).value_or(0) : 0;
-    return RoomOf(session.rows, index, lastLength);
-}
-
-/// The bold rows. A work file that is gone, or can not be read, leaves its row without a picture; the latter
-/// is a problem too.
-std::vector<ReplacedRow> ReplacedRows(const Session& session, Outcome& outcome) {
-    std::vector<ReplacedRow> rows;
-    for (std::size_t index = 0; index < session.rows.size(); ++index) {
-        if (!session.replaced[index]) continue;
-        ReplacedRow row{session.rows[index], RoomOfRow(session, index), std::nullopt};
-        const std::filesystem::path workFile = session.workFiles.Replacement(row.record.number);
-        if (!FileMissing(workFile)) {
-            const auto picture = ReadNewPicture(workFile);
-            if (picture) row.picture = *picture;
-            if (!picture) outcome.problems.push_back({picture.error(), row.record.number});
-        }
-        rows.push_back(std::move(row));
-    }
-    return rows;
-}
 
 /// What keeps a section's picture out of the patch.
 std::optional<Error> ProblemOf(const Session& session, const PatchSection& section) {
@@ -53,6 +19,9 @@ std::optional<Error> ProblemOf(const Session& session, const PatchSection& secti
     if (section.placement == Placement::BeyondFlash)
         return Error{ErrorKind::Truncated, path, section.row.record.picOffset,
                      "the flash ends before the old bytes of the picture do"};
+    if (section.placement == Placement::UnderPng)
+        return Error{ErrorKind::Conflict, path, section.row.record.picOffset,
+                     "the pending PNG replacements write the same bytes"};
     return std::nullopt;
 }
 
@@ -105,7 +74,7 @@ PatchOutcome SavePatchTo(Session& session, Ports& ports, const std::filesystem::
     if (!mode) return {Refuse(session, ports, mode.error()), {}};
     if (!*mode) return {Outcome::Cancelled(), {}};
     Outcome outcome;
-    auto plan = PlanPatch(session.flash, ReplacedRows(session, outcome));
+    auto plan = PlanPendingPatch(session, outcome);
     if (!plan) return {Refuse(session, ports, plan.error()), {}};
     NoteProblems(session, ports, *plan, outcome);
     if (const Status written = WritePatch(session, *plan, path, **mode); !written)

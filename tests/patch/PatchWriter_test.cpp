@@ -1,5 +1,7 @@
 #include "patch/PatchWriter.h"
 
+#include "patch/PatchLine.h"
+
 #include <gtest/gtest.h>
 
 #include "support/TempFolder.h"

@@ -1,0 +1,132 @@
+#include <CLI/Validators.hpp>
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "cli/Command.h"
+#include "cli/Run.h"
+#include "session/ExtractEmbedded.h"
+#include "session/ExtractFromGpn.h"
+#include "session/ExtractFromPatch.h"
+
+namespace pictavo::cli {
+
+namespace {
+
+/// The part that the three have in common: a source, a folder, and how the files are taken out.
+class ExtractCommand : public Command {
+  public:
+    using Command::Command;
+
+    int Run(Front& front) override {
+        CatchInterrupts();
+        cli::Run run(front, options_);
+        const Outcome outcome = Extract(run, source_, folder_);
+        const int status = front.Report(outcome);
+        return outcome.end == Outcome::End::Done ? std::max(front.Print(Result(outcome)), status) : status;
+    }
+
+  protected:
+    virtual Outcome Extract(cli::Run& run, const std::filesystem::path& source,
+                            const std::filesystem::path& folder) const = 0;
+
+    /// What goes to standard output.
+    virtual std::string Result(const Outcome&) const { return {}; }
+
+    void DeclareSource(CLI::App& app, const std::string& name, const std::string& description) {
+        app.add_option(name, source_, description)->required();
+    }
+
+    void DeclareFolder(CLI::App& app) {
+        app.add_option("-o", folder_, "The folder for the files; created when missing")
+            ->required()
+            ->option_text("DIR");
+        options_.DeclareOverwrite(app);
+    }
+
+    void DeclareNames(CLI::App& app) { options_.DeclareNames(app); }
+
+  private:
+    std::string source_;
+    std::string folder_;
+    AnswerOptions options_;
+};
+
+class CarveCommand final : public ExtractCommand {
+  public:
+    CarveCommand() : ExtractCommand("carve", "Take GIF, PNG or XML files out of any file, such as a flash") {}
+
+    void Declare(CLI::App& app) override {
+        app.add_option("KIND", kind_, "What to look for: gif, png or xml")
+            ->required()
+            ->check(CLI::IsMember(std::set<std::string>{"gif", "png", "xml"}))
+            ->option_text("gif|png|xml");
+        DeclareSource(app, "FILE", "The file to look into");
+        DeclareFolder(app);
+    }
+
+  private:
+    Outcome Extract(cli::Run& run, const std::filesystem::path& source,
+                    const std::filesystem::path& folder) const override {
+        static const std::map<std::string, EmbeddedKind> kKinds{
+            {"gif", kEmbeddedGif}, {"png", kEmbeddedPng}, {"xml", kEmbeddedXml}};
+        return ExtractEmbeddedTo(run.session, run.ports, kKinds.at(kind_), source, folder);
+    }
+
+    std::string Result(const Outcome& outcome) const override {
+        return "found " + std::to_string(outcome.written) + "\n";
+    }
+
+    std::string kind_;
+};
+
+class ExtractGpnCommand final : public ExtractCommand {
+  public:
+    ExtractGpnCommand() : ExtractCommand("extract-gpn", "Take the GPF files out of a GPN container") {}
+
+    void Declare(CLI::App& app) override {
+        DeclareSource(app, "FILE.gpn", "The GPN container");
+        DeclareFolder(app);
+        DeclareNames(app);
+    }
+
+  private:
+    Outcome Extract(cli::Run& run, const std::filesystem::path& source,
+                    const std::filesystem::path& folder) const override {
+        return ExtractFromGpnTo(run.session, run.ports, source, folder);
+    }
+};
+
+class ExtractPatchCommand final : public ExtractCommand {
+  public:
+    ExtractPatchCommand()
+        : ExtractCommand("extract-patch", "Take the pictures and PNG files out of a ViKlay patch") {}
+
+    void Declare(CLI::App& app) override {
+        DeclareSource(app, "PATCH.vkp", "The patch");
+        DeclareFolder(app);
+        DeclareNames(app);
+    }
+
+  private:
+    Outcome Extract(cli::Run& run, const std::filesystem::path& source,
+                    const std::filesystem::path& folder) const override {
+        return ExtractFromPatchTo(run.session, run.ports, source, folder);
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeCarveCommand() {
+    return std::make_unique<CarveCommand>();
+}
+
+std::unique_ptr<Command> MakeExtractGpnCommand() {
+    return std::make_unique<ExtractGpnCommand>();
+}
+
+std::unique_ptr<Command> MakeExtractPatchCommand() {
+    return std::make_unique<ExtractPatchCommand>();
+}
+
+}  // namespace pictavo::cli

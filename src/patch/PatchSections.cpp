@@ -1,0 +1,106 @@
+#include "patch/PatchSections.h"
+
+#include <algorithm>
+
+#include "patch/PatchLine.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr std::string_view kPictureTitle = "; ##### Picture ";
+constexpr std::string_view kPngTitle = "; ##### PNG Picture ";
+constexpr std::string_view kTitleEnd = " #####";
+
+/// Lines that are shorter hold no data.
+constexpr std::size_t kShortestDataLine = 14;
+
+/// A line of more bytes than a short record has puts a long one into the table.
+constexpr std::size_t kShortRecord = 8;
+constexpr std::size_t kLongRecord = 12;
+
+/// Type codes below this are uncompressed and make a GPF; the others a GPF2.
+constexpr std::uint16_t kFirstGpf2Type = 11;
+
+/// The name that a section line has between `title` and its end; nothing when it is no such line.
+std::optional<std::string> NameIn(std::string_view line, std::string_view title) {
+    if (!line.starts_with(title) || line.size() < title.size() + kTitleEnd.size()) return std::nullopt;
+    return std::string(line.substr(title.size(), line.size() - title.size() - kTitleEnd.size()));
+}
+
+GpfHeader HeaderOf(std::uint16_t width, std::uint16_t height, std::uint16_t type) {
+    return {width, height, type, 0, type >= kFirstGpf2Type};
+}
+
+GpfHeader ShortRecordHeader(ByteView record) {
+    return HeaderOf(record[0], record[1], record[2]);
+}
+
+GpfHeader LongRecordHeader(ByteView record) {
+    return HeaderOf(LittleEndian16(record), LittleEndian16(record.subspan(2)), record[4]);
+}
+
+/// What the table record that the line writes says of the picture; nothing when it writes none.
+std::optional<GpfHeader> HeaderIn(const std::string& line) {
+    const auto entry = ParsePatchLine(line, 0);
+    if (!entry) return std::nullopt;
+    const bool isLong = entry->newBytes.size() > kShortRecord;
+    const std::size_t length = isLong ? kLongRecord : kShortRecord;
+    if (entry->newBytes.size() < length) return std::nullopt;
+    const ByteView record = ByteView(entry->newBytes).last(length);
+    return isLong ? LongRecordHeader(record) : ShortRecordHeader(record);
+}
+
+/// Kept: so a picture that itself holds such a line is cut there.
+bool IsFreeFlash(const Bytes& bytes) {
+    return bytes.size() == kPatchLineBytes &&
+           std::all_of(bytes.begin(), bytes.end(), [](std::uint8_t byte) { return byte == 0xFF; });
+}
+
+}  // namespace
+
+Result<std::optional<PatchPart>> PatchSectionReader::NextSection() {
+    for (;;) {
+        PICTAVO_TRY(const Line line, NextLine());
+        if (!line) return std::optional<PatchPart>();
+        if (auto name = NameIn(*line, kPngTitle)) return std::optional<PatchPart>(PngPart{std::move(*name)});
+        auto name = NameIn(*line, kPictureTitle);
+        if (!name) continue;
+        PICTAVO_TRY(auto picture, ReadPicture(std::move(*name)));
+        if (picture) return picture;
+    }
+}
+
+Result<std::optional<Bytes>> PatchSectionReader::NextData() {
+    PICTAVO_TRY(Line line, NextLine());
+    if (!line) return std::optional<Bytes>();
+    auto entry = line->size() < kShortestDataLine ? std::nullopt : ParsePatchLine(*line, 0);
+    if (!entry) {
+        returned_ = std::move(line);
+        return std::optional<Bytes>();
+    }
+    if (IsFreeFlash(entry->newBytes)) return std::optional<Bytes>();
+    return std::optional(std::move(entry->newBytes));
+}
+
+Result<PatchSectionReader::Line> PatchSectionReader::NextLine() {
+    if (returned_) return std::exchange(returned_, std::nullopt);
+    PICTAVO_TRY(Line line, lines_.Next());
+    if (line) line->erase(line->find_last_not_of(" \t") + 1);
+    return line;
+}
+
+/// The line of the table record, and the empty one behind it.
+Result<std::optional<PatchPart>> PatchSectionReader::ReadPicture(std::string name) {
+    PICTAVO_TRY(Line recordLine, NextLine());
+    const auto header = recordLine ? HeaderIn(*recordLine) : std::nullopt;
+    if (!header) {
+        returned_ = std::move(recordLine);
+        return std::optional<PatchPart>();
+    }
+    PICTAVO_TRY(Line empty, NextLine());
+    if (empty && !empty->empty()) returned_ = std::move(empty);
+    return std::optional<PatchPart>(PicturePart{std::move(name), *header});
+}
+
+}  // namespace pictavo

@@ -1,0 +1,62 @@
+#include "session/ExtractEmbedded.h"
+
+#include "core/BasicCalculations_Tarsk.h"
+#include "session/Extraction.h"
+#include "session/Report.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr std::size_t kNameDigits = 8;
+
+std::string NameOf(const FileRange& found, const EmbeddedKind& kind) {
+    return PadZeros(UpperHex(found.begin), kNameDigits, true) + std::string(kind.extension);
+}
+
+/// True when the file was written, false when its overwrite was declined.
+Result<bool> WriteFound(const Session& session, Ports& ports, const ByteSource& source,
+                        const FileRange& found, const std::filesystem::path& path) {
+    PICTAVO_TRY(auto output, ExtractedFile::Begin(session, ports, path, source.Path()));
+    if (!output) return false;
+    PICTAVO_TRY(CopyRange(source, found.begin, found.Length(), output->file));
+    PICTAVO_TRY(output->file.Commit(output->mode));
+    return true;
+}
+
+Outcome Carve(const Session& session, Ports& ports, const EmbeddedKind& kind, const ByteSource& source,
+              const std::filesystem::path& folder) {
+    Outcome outcome;
+    const auto take = [&](const FileRange& found) {
+        const auto written = WriteFound(session, ports, source, found, folder / NameOf(found, kind));
+        if (!written) outcome.problems.push_back({written.error(), std::nullopt});
+        if (written && *written) ++outcome.written;
+    };
+    const auto step = [&](std::uint64_t offset) { return TellPosition(ports, offset, source); };
+    if (const Status carved = CarveEmbeddedFiles(source, kind, take, step); !carved)
+        outcome.problems.push_back({carved.error(), std::nullopt});
+    return outcome;
+}
+
+}  // namespace
+
+Outcome ExtractEmbedded(Session& session, Ports& ports, const EmbeddedKind& kind) {
+    return ChooseAndExtract(session, ports,
+                            {{"FullFlash files (*.bin)", {"*.bin"}}, {"All files (*.*)", {"*"}}},
+                            MissingForm::PathThenText, [&](const auto& source, const auto& folder) {
+                                return ExtractEmbeddedTo(session, ports, kind, source, folder);
+                            });
+}
+
+Outcome ExtractEmbeddedTo(Session& session, Ports& ports, const EmbeddedKind& kind,
+                          const std::filesystem::path& source, const std::filesystem::path& folder) {
+    const auto file = FileSource::Open(source);
+    if (!file) return Refuse(session, ports, file.error());
+    if (const Status made = EnsureFolder(folder); !made) return Refuse(session, ports, made.error());
+    Outcome outcome = Carve(session, ports, kind, **file, folder);
+    TellProblems(ports, outcome);
+    if (!WasStopped(outcome)) ports.prompts.Tell(CountedCompletion(session.texts, outcome.written));
+    return outcome;
+}
+
+}  // namespace pictavo

@@ -1,0 +1,33 @@
+#include "session/Extraction.h"
+
+#include "core/BasicCalculations_Tarsk.h"
+#include "session/Report.h"
+#include "session/Targets.h"
+
+namespace pictavo {
+
+Outcome ChooseAndExtract(const Session& session, Ports& ports, std::vector<FileFilter> filters,
+                         MissingForm missing, const ExtractTo& extract) {
+    const LanguageTable& texts = session.texts;
+    const auto source =
+        ports.prompts.ChooseOpen({OpenTitle(texts, texts.cap_mnFileR), std::move(filters), "", ""});
+    if (source.empty()) return Outcome::Cancelled();
+    if (FileMissing(source)) return RefuseMissing(session, ports, source, missing);
+    const auto folder = ports.prompts.ChooseFolder(FolderTitle(texts, texts.str_4save));
+    return folder.empty() ? Outcome::Cancelled() : extract(source, folder);
+}
+
+Result<std::optional<ExtractedFile>> ExtractedFile::Begin(const Session& session, Ports& ports,
+                                                          const std::filesystem::path& path,
+                                                          const std::filesystem::path& source) {
+    PICTAVO_TRY(const auto mode, AskTarget(session, ports, path, {source}));
+    if (!mode) return std::optional<ExtractedFile>();
+    PICTAVO_TRY(OutputFile file, OutputFile::Create(path));
+    return std::optional<ExtractedFile>(ExtractedFile{path, std::move(file), *mode});
+}
+
+bool TellPosition(Ports& ports, std::uint64_t position, const ByteSource& source) {
+    return ports.progress.At(100.0 * static_cast<double>(position) / static_cast<double>(source.Size()));
+}
+
+}  // namespace pictavo

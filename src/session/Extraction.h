@@ -1,0 +1,39 @@
+#pragma once
+
+/// What the commands of the Tools menu have in common. They take files out of other files, whether a flash is
+/// open or not; the source is never written, and a file appears whole or not at all.
+
+#include <functional>
+
+#include "core/OutputFile.h"
+#include "session/Messages.h"
+#include "session/Outcome.h"
+#include "session/Session.h"
+
+namespace pictavo {
+
+using ExtractTo =
+    std::function<Outcome(const std::filesystem::path& source, const std::filesystem::path& folder)>;
+
+/// Asks for the source and for the folder, and extracts. A source that can not be opened is told, in the form
+/// given, before the folder is asked for.
+Outcome ChooseAndExtract(const Session& session, Ports& ports, std::vector<FileFilter> filters,
+                         MissingForm missing, const ExtractTo& extract);
+
+/// A file of an extraction while it is written.
+struct ExtractedFile {
+    std::filesystem::path path;
+    OutputFile file;
+    CommitMode mode;
+
+    /// Asks whether `path` may be written; nothing when that was declined. Fails as AskTarget and
+    /// OutputFile::Create do.
+    static Result<std::optional<ExtractedFile>> Begin(const Session& session, Ports& ports,
+                                                      const std::filesystem::path& path,
+                                                      const std::filesystem::path& source);
+};
+
+/// Tells how much of `source` is done; false asks to stop.
+bool TellPosition(Ports& ports, std::uint64_t position, const ByteSource& source);
+
+}  // namespace pictavo

@@ -1,0 +1,60 @@
+#include "session/PendingPatch.h"
+
+#include "core/BasicCalculations_Tarsk.h"
+#include "patch/PatchReader.h"
+#include "patch/PitBlocks.h"
+
+namespace pictavo {
+
+namespace {
+
+Result<NewPicture> ReadNewPicture(const std::filesystem::path& workFile) {
+    Picture scratch;
+    PICTAVO_TRY(const auto source, FileSource::Open(workFile));
+    PICTAVO_TRY(const LoadedGpf loaded, LoadGpf(*source, scratch));
+    return NewPicture{workFile, loaded.header, loaded.decoded.consumed};
+}
+
+/// Room of the last row: the length of its own old picture, 0 when that can not be decoded.
+std::uint64_t RoomOfRow(const Session& session, std::size_t index) {
+    const bool isLast = index + 1 == session.rows.size();
+    const std::uint64_t lastLength =
+        isLast ? StoredLength(session.flash, session.rows[index]).value_or(0) : 0;
+    return RoomOf(session.rows, index, lastLength);
+}
+
+/// A work file that is gone leaves its row without a picture.
+std::vector<ReplacedRow> ReplacedRows(const Session& session, Outcome& outcome) {
+    std::vector<ReplacedRow> rows;
+    for (std::size_t index = 0; index < session.rows.size(); ++index) {
+        if (!session.replaced[index]) continue;
+        ReplacedRow row{session.rows[index], RoomOfRow(session, index), std::nullopt};
+        const std::filesystem::path workFile = session.workFiles.Replacement(row.record.number);
+        if (!FileMissing(workFile)) {
+            const auto picture = ReadNewPicture(workFile);
+            if (picture) row.picture = *picture;
+            if (!picture) outcome.problems.push_back({picture.error(), row.record.number});
+        }
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+}  // namespace
+
+Result<std::vector<FileRange>> PendingPngRanges(const Session& session) {
+    std::vector<FileRange> ranges;
+    if (!session.pngPatchPending) return ranges;
+    PICTAVO_TRY(const auto source, FileSource::Open(session.workFiles.PngPatch()));
+    PICTAVO_TRY(const auto entries, ReadPatch(*source));
+    for (const PatchEntry& entry : entries)
+        ranges.push_back({entry.offset, entry.offset + entry.newBytes.size()});
+    return Merged(std::move(ranges));
+}
+
+Result<PatchPlan> PlanPendingPatch(const Session& session, Outcome& outcome) {
+    PICTAVO_TRY(const auto pngRanges, PendingPngRanges(session));
+    return PlanPatch(session.flash, ReplacedRows(session, outcome), pngRanges);
+}
+
+}  // namespace pictavo

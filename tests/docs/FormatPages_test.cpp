@@ -15,6 +15,8 @@
 #include "patch/PatchWriter.h"
 #include "patch/PitBlocks.h"
 #include "patch/PitRecord.h"
+#include "tools/EmbeddedFiles.h"
+#include "tools/GpnReader.h"
 #include "tools/PNGcodec.h"
 
 namespace pictavo::tests {
@@ -493,6 +495,38 @@ TEST_F(PitBlocksPage, IsTooLargeWhenTheOldLastPictureBeganOneByteEarlier) {
     ASSERT_FALSE(status);
     EXPECT_EQ(status.error().kind, ErrorKind::BlockTooLarge);
     EXPECT_EQ(ReadFile(table), page.Hex("new-table"));
+}
+
+// -------------------------------------------------------------------------------------------------- gpn.md
+
+std::string RangeText(const FileRange& range) {
+    return HexNumber(range.begin) + "-" + HexNumber(range.end);
+}
+
+TEST(FormatPages, GpnHoldsThePicturesThatThePageSays) {
+    const FormatPage page("gpn.md");
+    const auto pictures = ReadGpn(MemorySource(page.Hex("container")));
+    ASSERT_TRUE(pictures);
+    Lines lines;
+    for (const GpnPicture& picture : *pictures)
+        lines.push_back(RangeText(picture.place) + " " + std::to_string(picture.number) +
+                        (picture.isGPF2 ? " gpf2" : " gpf"));
+    EXPECT_EQ(lines, page.Text("pictures"));
+}
+
+// --------------------------------------------------------------------------------------- embedded-files.md
+
+TEST(FormatPages, EmbeddedFilesAreFoundWhereThePageSays) {
+    const FormatPage page("embedded-files.md");
+    Lines lines;
+    for (const EmbeddedKind& kind : {kEmbeddedGif, kEmbeddedPng, kEmbeddedXml}) {
+        std::string line(kind.extension.substr(1));
+        const auto take = [&](const FileRange& file) { line += " " + RangeText(file); };
+        ASSERT_TRUE(CarveEmbeddedFiles(MemorySource(page.Hex("source")), kind, take,
+                                       [](std::uint64_t) { return true; }));
+        lines.push_back(line);
+    }
+    EXPECT_EQ(lines, page.Text("files"));
 }
 
 // --------------------------------------------------------------------------------------------- settings.md

@@ -1,9 +1,10 @@
 #include "config/LanguageFile.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
+#include <system_error>
 
-#include "core/BasicCalculations_Tarsk.h"
 #include "core/LineReader.h"
 
 namespace pictavo {
@@ -185,6 +186,20 @@ std::filesystem::path PathOf(const std::filesystem::path& folder, const std::str
     return path += std::u8string(name.begin(), name.end());
 }
 
+/// Unlike FileMissing it counts a file that is there and can not be opened.
+bool NameIsFree(const std::filesystem::path& path) {
+    std::error_code error;
+    return std::filesystem::symlink_status(path, error).type() == std::filesystem::file_type::not_found;
+}
+
+bool HoldsLanguageFile(const std::filesystem::path& folder) {
+    std::error_code error;
+    std::filesystem::directory_iterator entry(folder, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
+        if (entry->path().extension() == kExtension) return true;
+    return false;
+}
+
 }  // namespace
 
 Status ReadLanguageFile(const ByteSource& source, const std::string& language, CodePage codePage,
@@ -202,11 +217,17 @@ Status LoadLanguage(const std::vector<std::filesystem::path>& folders, const std
                     CodePage codePage, LanguageTable& table) {
     for (const std::filesystem::path& folder : folders) {
         const std::filesystem::path path = PathOf(folder, language);
-        if (FileMissing(path)) continue;
+        if (NameIsFree(path)) continue;
         PICTAVO_TRY(const auto source, FileSource::Open(path));
         return ReadLanguageFile(*source, language, codePage, table);
     }
     return {};
+}
+
+std::filesystem::path LanguageFolder(const std::vector<std::filesystem::path>& folders) {
+    const auto found = std::find_if(folders.begin(), folders.end(), HoldsLanguageFile);
+    if (found != folders.end()) return *found;
+    return folders.empty() ? std::filesystem::path() : folders.front();
 }
 
 }  // namespace pictavo

@@ -24,9 +24,14 @@ namespace pictavo {
 Status ReadLanguageFile(const ByteSource& source, const std::string& language, CodePage codePage,
                         LanguageTable& table);
 
-/// Reads `language` + ".lng" from the first of `folders` that has it, and fails as ReadLanguageFile does. A
-/// file that can not be opened counts as none; where there is none, nothing changes, which is no failure.
+/// Reads `language` + ".lng" from the first of `folders` that has it, and fails as ReadLanguageFile does, or
+/// with FileMissing when what stands there under that name can not be opened. Where there is none, nothing
+/// changes, which is no failure.
 Status LoadLanguage(const std::vector<std::filesystem::path>& folders, const std::string& language,
                     CodePage codePage, LanguageTable& table);
+
+/// Where language files are to be chosen from: the first of `folders` that holds one; the first where none
+/// does, empty without folders.
+std::filesystem::path LanguageFolder(const std::vector<std::filesystem::path>& folders);
 
 }  // namespace pictavo

@@ -53,11 +53,12 @@ Outcome LoadChannels(Session& session, Ports& ports, const ChannelFlags& flags) 
 }
 
 Status RememberChannels(Session& session, const ChannelFlags& flags) {
-    session.settings.ChanR = flags.red;
-    session.settings.ChanG = flags.green;
-    session.settings.ChanB = flags.blue;
-    session.settings.ChanA = flags.alpha;
-    return SaveSettings(session);
+    AppSettings settings = session.settings;
+    settings.ChanR = flags.red;
+    settings.ChanG = flags.green;
+    settings.ChanB = flags.blue;
+    settings.ChanA = flags.alpha;
+    return ChangeSettings(session, std::move(settings));
 }
 
 }  // namespace pictavo

@@ -18,7 +18,7 @@ Outcome SaveChannels(Session& session, Ports& ports, const ChannelFlags& flags);
 Outcome LoadChannels(Session& session, Ports& ports, const ChannelFlags& flags);
 
 /// Keeps the choice of channels in the settings and their file; nothing else of them changes. Fails as
-/// SaveSettings does; the session's settings have the choice all the same.
+/// ChangeSettings does.
 Status RememberChannels(Session& session, const ChannelFlags& flags);
 
 }  // namespace pictavo

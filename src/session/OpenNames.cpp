@@ -90,28 +90,34 @@ Outcome PickAndSave(Batch& batch) {
     return Save(batch);
 }
 
-/// Kept: it is asked after the last picture too.
 Outcome OfferSaving(Batch& batch, const std::filesystem::path& path) {
     batch.unattended.SetBaseName(BaseName(path));
-    if (batch.appliesToAll) return Save(batch);
-    Outcome outcome = PickAndSave(batch);
-    batch.appliesToAll = batch.ports.prompts.Confirm(ApplyToAllQuestion());
-    return outcome;
+    return batch.appliesToAll ? Save(batch) : PickAndSave(batch);
+}
+
+/// Kept: it is asked after every file that was tried, be it a flash, one that did not open, or the last.
+void AskApplyToAll(Batch& batch) {
+    if (!batch.appliesToAll) batch.appliesToAll = batch.ports.prompts.Confirm(ApplyToAllQuestion());
+}
+
+FileKind KindOpened(const Outcome& opened, FileKind kind) {
+    return opened.end == Outcome::End::Done ? kind : FileKind::Unknown;
 }
 
 /// Opens one of several files, and offers to save the picture that was loaded from it.
-void OpenInBatch(Batch& batch, const std::filesystem::path& path, const std::function<void()>& shown,
-                 Outcome& outcome) {
+void OpenInBatch(Batch& batch, const std::filesystem::path& path, const FileShown& shown, Outcome& outcome) {
     const FileKind kind = KindOnCommandLine(path);
     Outcome opened = OpenAs(batch.session, batch.ports, path, kind);
-    const bool isLoaded = opened.end == Outcome::End::Done;
+    const FileKind kindOpened = KindOpened(opened, kind);
     Add(std::move(opened), outcome);
-    shown();
-    if (isLoaded && kind != FileKind::Fullflash) Add(OfferSaving(batch, path), outcome);
+    shown(kindOpened);
+    if (kindOpened == FileKind::Gpf || kindOpened == FileKind::Picture)
+        Add(OfferSaving(batch, path), outcome);
+    if (kind != FileKind::Unknown) AskApplyToAll(batch);
 }
 
 Outcome OpenSeveral(Session& session, Ports& ports, const std::vector<std::string>& names,
-                    const std::function<void()>& shown) {
+                    const FileShown& shown) {
     ports.prompts.Tell({"", session.texts.str_MultFFound});
     Batch batch{session, ports};
     Outcome outcome;
@@ -122,7 +128,7 @@ Outcome OpenSeveral(Session& session, Ports& ports, const std::vector<std::strin
         outcome.problems.push_back({StoppedError(), std::nullopt});
         break;
     }
-    if (outcome.written > 0) ports.prompts.Tell(Completion(session.texts));
+    if (outcome.written > 0 && !WasStopped(outcome)) ports.prompts.Tell(Completion(session.texts));
     return outcome;
 }
 
@@ -153,13 +159,14 @@ std::vector<std::string> SplitCommandLine(const std::string& line) {
 }
 
 Outcome OpenNames(Session& session, Ports& ports, const std::vector<std::string>& names,
-                  const std::function<void()>& shown) {
+                  const FileShown& shown) {
     if (names.size() > kMostNames) return RefuseTooMany(session, ports);
     if (names.size() > 1) return OpenSeveral(session, ports, names, shown);
     if (names.empty()) return {};
     const std::filesystem::path path = PathOf(names.front());
-    Outcome outcome = OpenAs(session, ports, path, KindOnCommandLine(path));
-    shown();
+    const FileKind kind = KindOnCommandLine(path);
+    Outcome outcome = OpenAs(session, ports, path, kind);
+    shown(KindOpened(outcome, kind));
     return outcome;
 }
 

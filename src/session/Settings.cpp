@@ -1,5 +1,7 @@
 #include "session/Settings.h"
 
+#include <utility>
+
 namespace pictavo {
 
 namespace {
@@ -33,6 +35,13 @@ Status LoadSettings(Session& session) {
 Status SaveSettings(const Session& session) {
     if (session.places.settingsFile.empty()) return {};
     return SaveAppSettings(session.places.settingsFile, session.settings);
+}
+
+Status ChangeSettings(Session& session, AppSettings settings) {
+    std::swap(session.settings, settings);
+    const Status saved = SaveSettings(session);
+    if (!saved) std::swap(session.settings, settings);
+    return saved;
 }
 
 }  // namespace pictavo

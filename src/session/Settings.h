@@ -16,4 +16,7 @@ Status LoadSettings(Session& session);
 /// Writes the settings file whole, where there is a place for one. Fails as SaveAppSettings does.
 Status SaveSettings(const Session& session);
 
+/// Puts `settings` in force and writes them. Fails as SaveSettings does; then the session keeps those it had.
+Status ChangeSettings(Session& session, AppSettings settings);
+
 }  // namespace pictavo

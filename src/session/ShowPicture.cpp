@@ -50,6 +50,16 @@ void ShowFailedGpf(Session& session, const ByteSource& source, const Error& erro
                  ReasonText(session.texts, error));
 }
 
+/// Of a bold row. What was shown before must not be saved under this row's number.
+Status ShowReplacement(Session& session, const PictureRecord& row) {
+    session.shown = {};
+    const auto loaded = LoadGPFfile(session, session.workFiles.Replacement(row.number));
+    if (loaded) return {};
+    if (session.shown.caption.empty())
+        NothingShown(session.shown, std::to_string(row.number), ReasonText(session.texts, loaded.error()));
+    return Failure(loaded.error());
+}
+
 }  // namespace
 
 void NothingShown(ShownPicture& shown, const std::string& subject, const std::string& reason) {
@@ -64,9 +74,7 @@ Status ShowRow(Session& session, std::size_t index) {
     const PictureRecord& row = session.rows[index];
     session.pictureNumber = row.number;
     if (!HasReplacement(session, index)) return ShowFlashPicture(session, row);
-    PICTAVO_TRY([[maybe_unused]] const LoadedGpf loaded,
-                LoadGPFfile(session, session.workFiles.Replacement(row.number)));
-    return {};
+    return ShowReplacement(session, row);
 }
 
 Result<LoadedGpf> LoadGPFfile(Session& session, const std::filesystem::path& path) {

@@ -52,8 +52,7 @@ Form1::Form1(Session session, const WindowServices& services)
     setAcceptDrops(true);
     MakeWidgets();
     busy_.emplace(*progress_);
-    ports_.emplace(
-        Ports{services_.prompts, *busy_, services_.processes, services_.pictures, services_.associations});
+    ports_.emplace(Ports{prompts_, *busy_, services_.processes, services_.pictures, services_.associations});
     MakeMenus();
     Connect();
     RefreshAll();
@@ -62,34 +61,56 @@ Form1::Form1(Session session, const WindowServices& services)
 void Form1::Start(const std::vector<std::string>& names) {
     Run([&](Session& session, Ports& ports) {
         RemoveTemporaries(session);
-        const Status loaded = LoadSettings(session);
-        Settled();
-        if (!loaded) return Outcome::Refused(loaded.error());
+        ReadSettings(session, ports);
         return CheckAssociation(session, ports, services_.executable);
     });
-    if (names.empty()) return;
-    Run([&](Session& session, Ports& ports) {
-        return OpenNames(session, ports, names, [this] { RefreshAll(); });
-    });
-    SelectFirstPicture();
+    if (!names.empty() && !isClosing_) OpenAll(names);
 }
 
-void Form1::Run(const Command& command) {
-    if (busy_->IsActive()) return;
+void Form1::ReadSettings(Session& session, Ports& ports) {
+    const Status loaded = LoadSettings(session);
+    Settled();
+    if (!loaded) Tell(session, ports, loaded.error());
+}
+
+Outcome Form1::Perform(const Command& command) {
     Outcome outcome;
     {
         const Busy::Scope scope(*busy_);
         outcome = command(session_, *ports_);
     }
     RefreshAll();
-    ShowOutcome(outcome);
+    return outcome;
+}
+
+/// What the first picture says about itself stands in the line unless the command has something to say.
+void Form1::Conclude(const Outcome& outcome, bool showsFirst) {
+    const bool goesToFirst = showsFirst && !session_.rows.empty();
+    if (goesToFirst) SelectFirstPicture();
+    if (!goesToFirst || !outcome.problems.empty()) ShowOutcome(outcome);
     if (isClosing_) close();
 }
 
+void Form1::Run(const Command& command) {
+    if (!busy_->IsActive()) Conclude(Perform(command), false);
+}
+
 void Form1::Open(const Command& command) {
+    if (busy_->IsActive()) return;
     const auto flashBefore = session_.flash.source;
-    Run(command);
-    if (session_.flash.source != flashBefore) SelectFirstPicture();
+    const Outcome outcome = Perform(command);
+    Conclude(outcome, session_.flash.source != flashBefore);
+}
+
+void Form1::OpenAll(const std::vector<std::string>& names) {
+    bool isFlashLast = false;
+    const Outcome outcome = Perform([&](Session& session, Ports& ports) {
+        return OpenNames(session, ports, names, [&](FileKind opened) {
+            RefreshAll();
+            if (opened != FileKind::Unknown) isFlashLast = opened == FileKind::Fullflash;
+        });
+    });
+    Conclude(outcome, isFlashLast);
 }
 
 void Form1::closeEvent(QCloseEvent* event) {
@@ -105,7 +126,7 @@ void Form1::dragEnterEvent(QDragEnterEvent* event) {
 
 void Form1::dropEvent(QDropEvent* event) {
     for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile())
+        if (url.isLocalFile() && !isClosing_)
             Open([&](Session& session, Ports& ports) {
                 return OpenDropped(session, ports, StdPath(url.toLocalFile()));
             });
@@ -122,7 +143,6 @@ void Form1::ShowSelectedRow(int row) {
 }
 
 void Form1::SelectFirstPicture() {
-    if (session_.rows.empty()) return;
     list_->setCurrentIndex(model_.index(0, 0));
     list_->setFocus();
 }
@@ -181,7 +201,8 @@ void Form1::Settled() {
 
 void Form1::RefreshCaptions() {
     ApplyCaptions(*this, session_.texts.captions);
-    AssignMnemonics(menuBar()->actions());
+    list_->setAccessibleName(PlainText(tabs_->tabText(0)));
+    AssignMnemonics({transparency_}, AssignMnemonics(menuBar()->actions()));
     AssignMnemonics(picturesPopup_->actions());
     AssignMnemonics(picPopup_->actions());
 }

@@ -18,6 +18,7 @@
 #include "ui/PictureList.h"
 #include "ui/PictureListModel.h"
 #include "ui/PictureRenderer.h"
+#include "ui/PromptsWhileOpen.h"
 
 class QCheckBox;
 class QTabWidget;
@@ -39,7 +40,8 @@ class Form1 final : public QMainWindow {
     Form1(Session session, const WindowServices& services);
 
     /// Once, when the window is shown: temporary files, settings, language, file types, then the files that
-    /// the command line names.
+    /// the command line names. Settings or a language that can not be read are told, and it goes on with what
+    /// there is.
     void Start(const std::vector<std::string>& names);
 
     /// Shows the picture's popup menu with its save commands only; nothing when it was closed.
@@ -71,6 +73,7 @@ class Form1 final : public QMainWindow {
     void MakeFileMenu();
     void MakeFullFlashMenu();
     void MakeViewMenu();
+    void MakeToolsMenu();
     void MakeOtherMenus();
     void MakePicturesPopup();
     void MakePicPopup();
@@ -83,6 +86,10 @@ class Form1 final : public QMainWindow {
     // Commands.
     void Run(const Command& command);   ///< unless one is running; shows what it left
     void Open(const Command& command);  ///< the same, and goes to the first picture of a new flash
+    void OpenAll(const std::vector<std::string>& names);
+    Outcome Perform(const Command& command);
+    void Conclude(const Outcome& outcome, bool showsFirst);
+    void ReadSettings(Session& session, Ports& ports);  ///< and the language; what fails is told
     std::size_t SelectedRow() const;
     void ShowSelectedRow(int row);
     void SelectFirstPicture();
@@ -109,6 +116,7 @@ class Form1 final : public QMainWindow {
     WindowServices services_;
     ViewState view_;
     bool isClosing_ = false;  // wanted while a command ran
+    PromptsWhileOpen prompts_{services_.prompts, isClosing_};
 
     std::shared_ptr<const ByteSource> listed_;  // the flash whose rows the list shows
     PictureListModel model_;

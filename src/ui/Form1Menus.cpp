@@ -5,6 +5,10 @@
 #include <array>
 
 #include "codec/PictureType.h"
+#include "session/ChangePng.h"
+#include "session/ExtractEmbedded.h"
+#include "session/ExtractFromGpn.h"
+#include "session/ExtractFromPatch.h"
 #include "session/OpenFiles.h"
 #include "session/OpenFullflash.h"
 #include "session/PitCommands.h"
@@ -12,7 +16,6 @@
 #include "session/SaveAllPictures.h"
 #include "session/SavePatch.h"
 #include "session/SavePicture.h"
-#include "session/Settings.h"
 #include "ui/AboutText.h"
 #include "ui/Form1.h"
 #include "ui/Form2.h"
@@ -53,6 +56,18 @@ constexpr std::array kChannels = {
     ChannelEntry{"mnu_View_B", "B", &ViewState::showsBlue},
 };
 
+struct EmbeddedEntry {
+    const char* name;
+    const char* caption;
+    const EmbeddedKind* kind;
+};
+
+constexpr std::array kEmbeddedEntries = {
+    EmbeddedEntry{"mnu_Tools_FindGIF", "Extract GIFs", &kEmbeddedGif},
+    EmbeddedEntry{"mnu_Tools_FindPNG", "Extract PNGs", &kEmbeddedPng},
+    EmbeddedEntry{"mnu_Tools_FindXML", "Extract XMLs", &kEmbeddedXml},
+};
+
 constexpr int kMostMagnify = 4;
 
 Outcome SaveShownAsGpf(Session& session, Ports& ports, std::size_t, std::uint8_t typeCode) {
@@ -69,6 +84,7 @@ void Form1::MakeMenus() {
     MakeFileMenu();
     MakeFullFlashMenu();
     MakeViewMenu();
+    MakeToolsMenu();
     MakeOtherMenus();
     MakePicturesPopup();
     MakePicPopup();
@@ -112,6 +128,7 @@ void Form1::MakeFullFlashMenu() {
     AddCommand(menu, "mnu_Fullflash_SavePatch", "Save Patch", SaveThePatch).setShortcut(QKeySequence::Save);
     AddCommand(menu, "mnu_Fullflash_BuckUpPIT", "BuckUp PIT", BackupPit);
     AddCommand(menu, "mnu_Fullflash_RebuildPIT", "Rebuild PIT", RebuildPit);
+    AddCommand(menu, "mnu_Fullflash_Change_PNG", "Change PNG", ChangePng);
 }
 
 void Form1::MakeViewMenu() {
@@ -131,6 +148,17 @@ void Form1::MakeViewMenu() {
         entry.setShortcut(QKeySequence(QString("Ctrl+%1").arg(factor)));
         connect(&entry, &QAction::triggered, this, [this, factor] { Magnify(factor); });
     }
+}
+
+void Form1::MakeToolsMenu() {
+    QMenu& menu = AddMenu(*menuBar(), "mnu_Tools", "Tools");
+    for (const EmbeddedEntry& entry : kEmbeddedEntries)
+        AddCommand(menu, entry.name, entry.caption, [&kind = *entry.kind](Session& session, Ports& ports) {
+            return ExtractEmbedded(session, ports, kind);
+        });
+    menu.addSeparator();
+    AddCommand(menu, "mnu_Tools_ExtractFgrP", "Extract from Graph.Patch", ExtractFromPatch);
+    AddCommand(menu, "mnu_Tools_ExtractFGPN", "Extract from GPN", ExtractFromGpn);
 }
 
 void Form1::MakeOtherMenus() {
@@ -264,12 +292,11 @@ std::optional<SaveCommand> Form1::PickSaveCommand() {
 
 void Form1::ShowSettings() {
     Run([this](Session& session, Ports& ports) {
-        const Status loaded = LoadSettings(session);
-        Settled();
+        ReadSettings(session, ports);
         Form2 dialog(
             session, ports, [this] { Settled(); }, this);
         dialog.exec();
-        return loaded ? Outcome() : Outcome::Refused(loaded.error());
+        return Outcome();
     });
 }
 

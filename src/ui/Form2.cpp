@@ -11,6 +11,7 @@
 #include "session/Report.h"
 #include "session/Settings.h"
 #include "ui/Captions.h"
+#include "ui/MenuParts.h"
 #include "ui/QtText.h"
 
 namespace pictavo {
@@ -56,7 +57,7 @@ Form2::Form2(Session& session, Ports& ports, std::function<void()> applied, QWid
     setModal(true);
     setWindowTitle("Settings");
     MakeWidgets();
-    ApplyCaptions(*this, session_.texts.captions);
+    RefreshCaptions();
     ShowSettings();
     Connect();
     Button("Command3").setEnabled(false);
@@ -77,7 +78,6 @@ QWidget* Form2::MakePathFrame(const char* frame, const char* caption, const char
     auto* edit = new QLineEdit;
     edit->setObjectName(text);
     edit->setMinimumWidth(kPathWidth);
-    edit->setAccessibleName(caption);
     auto* browse = new QPushButton("Browse");
     browse->setObjectName(button);
     browse->setAutoDefault(false);
@@ -122,10 +122,17 @@ void Form2::Connect() {
     connect(&Button("Command5"), &QPushButton::clicked, this, [this] { ChooseConverter(); });
     connect(&Button("Command3"), &QPushButton::clicked, this, [this] { Apply(); });
     connect(&Button("Command2"), &QPushButton::clicked, this, [this] {
-        Apply();
-        accept();
+        if (Apply()) accept();
     });
     connect(&Button("Command4"), &QPushButton::clicked, this, [this] { reject(); });
+}
+
+/// A text box is called what the frame around it is.
+void Form2::RefreshCaptions() {
+    ApplyCaptions(*this, session_.texts.captions);
+    AssignMnemonics(findChildren<QAbstractButton*>());
+    for (const auto& [text, frame] : {std::pair("Text2", "Frame1"), {"Text1", "Frame2"}})
+        Text(text).setAccessibleName(PlainText(findChild<QGroupBox*>(frame)->title()));
 }
 
 void Form2::ShowSettings() {
@@ -134,17 +141,24 @@ void Form2::ShowSettings() {
     for (const Switch& entry : kSwitches) Check(entry.name).setChecked(session_.settings.*entry.member);
 }
 
-void Form2::Apply() {
-    AppSettings& settings = session_.settings;
+AppSettings Form2::Chosen() const {
+    AppSettings settings = session_.settings;
     settings.nConvert = Text("Text1").text().toStdString();
     settings.Language = Text("Text2").text().toStdString();
     for (const Switch& entry : kSwitches) settings.*entry.member = Check(entry.name).isChecked();
-    Status stored = SaveSettings(session_);
-    if (stored) stored = LoadSettings(session_);
-    if (!stored) Tell(session_, ports_, stored.error());
+    return settings;
+}
+
+bool Form2::Apply() {
+    if (const Status stored = ChangeSettings(session_, Chosen()); !stored) {
+        Tell(session_, ports_, stored.error());
+        return false;
+    }
+    if (const Status loaded = LoadSettings(session_); !loaded) Tell(session_, ports_, loaded.error());
     applied_();
-    ApplyCaptions(*this, session_.texts.captions);
+    RefreshCaptions();
     Button("Command3").setEnabled(false);
+    return true;
 }
 
 std::filesystem::path Form2::Readable(const std::filesystem::path& answer) {
@@ -157,13 +171,11 @@ std::filesystem::path Form2::Readable(const std::filesystem::path& answer) {
 /// Kept: a save dialog, which never asks about overwriting.
 void Form2::ChooseLanguage() {
     const LanguageTable& texts = session_.texts;
-    const auto& languageFolders = session_.places.languageFolders;
-    const auto path = Readable(ports_.prompts.ChooseSave(
-        {OpenTitle(texts, texts.cap_mnFileR),
-         {{"Pictavo Language File (*.lng)", {"*.lng"}}},
-         "",
-         "lng",
-         languageFolders.empty() ? std::filesystem::path() : languageFolders.front()}));
+    const auto path = Readable(ports_.prompts.ChooseSave({OpenTitle(texts, texts.cap_mnFileR),
+                                                          {{"Pictavo Language File (*.lng)", {"*.lng"}}},
+                                                          "",
+                                                          "lng",
+                                                          LanguageFolder(session_.places.languageFolders)}));
     if (!path.empty()) Text("Text2").setText(Shown(BaseName(path)));
 }
 

@@ -26,8 +26,10 @@ class Form2 final : public QDialog {
     QWidget* MakeButtons();
     void Connect();
 
+    void RefreshCaptions();
     void ShowSettings();
-    void Apply();
+    AppSettings Chosen() const;
+    bool Apply();  ///< false when the settings could not be written, which is told
     void ChooseLanguage();
     void ChooseConverter();
 

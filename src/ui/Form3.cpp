@@ -7,6 +7,7 @@
 #include "session/Channels.h"
 #include "session/Report.h"
 #include "ui/Captions.h"
+#include "ui/MenuParts.h"
 
 namespace pictavo {
 
@@ -24,6 +25,7 @@ Form3::Form3(Session& session, Ports& ports, ChannelsMode mode, QWidget* parent)
     setWindowTitle("Channels");
     MakeWidgets();
     ApplyCaptions(*this, session_.texts.captions);
+    AssignMnemonics(findChildren<QAbstractButton*>());
     ShowSettings();
 }
 

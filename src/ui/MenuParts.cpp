@@ -1,7 +1,5 @@
 #include "ui/MenuParts.h"
 
-#include <QSet>
-
 #include "ui/QtText.h"
 
 namespace pictavo {
@@ -11,13 +9,6 @@ namespace {
 QMenu& Named(QMenu& menu, const QString& name) {
     menu.setObjectName(name);
     return menu;
-}
-
-QString Plain(const QString& caption) {
-    QString plain = caption;
-    plain.replace("&&", QChar('\0'));
-    plain.remove('&');
-    return plain.replace(QChar('\0'), "&");
 }
 
 /// Where the mnemonic sign goes; -1 when every letter is taken.
@@ -59,17 +50,29 @@ QAction* FindEntry(const QWidget& window, const QString& name) {
     return window.findChild<QAction*>(name);
 }
 
-std::string PlainCaption(const QString& caption) {
-    return Plain(caption).toStdString();
+QString PlainText(const QString& caption) {
+    QString plain = caption;
+    plain.replace("&&", QChar('\0'));
+    plain.remove('&');
+    return plain.replace(QChar('\0'), "&");
 }
 
-void AssignMnemonics(const QList<QAction*>& entries) {
+std::string PlainCaption(const QString& caption) {
+    return PlainText(caption).toStdString();
+}
+
+QSet<QChar> AssignMnemonics(const QList<QAction*>& entries) {
     QSet<QChar> taken;
     for (QAction* entry : entries) {
         if (entry->isSeparator()) continue;
-        entry->setText(WithMnemonic(Plain(entry->text()), taken));
+        entry->setText(WithMnemonic(PlainText(entry->text()), taken));
         if (entry->menu() != nullptr) AssignMnemonics(entry->menu()->actions());
     }
+    return taken;
+}
+
+void AssignMnemonics(const QList<QAbstractButton*>& buttons, QSet<QChar> taken) {
+    for (QAbstractButton* button : buttons) button->setText(WithMnemonic(PlainText(button->text()), taken));
 }
 
 }  // namespace pictavo

@@ -2,8 +2,10 @@
 
 /// Menus and their entries under the names by which language files and tests know them.
 
+#include <QAbstractButton>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSet>
 
 namespace pictavo {
 
@@ -18,10 +20,14 @@ QAction& AddEntry(QMenu& menu, const QString& name, const QString& caption);
 QAction* FindEntry(const QWidget& window, const QString& name);
 
 /// A caption as people read it, without mnemonic signs.
+QString PlainText(const QString& caption);
 std::string PlainCaption(const QString& caption);
 
 /// Gives every entry of a menu, and of the menus in it, a letter to press: the first of its caption that no
-/// entry before it has.
-void AssignMnemonics(const QList<QAction*>& entries);
+/// entry before it has. Returns the letters of the menu itself.
+QSet<QChar> AssignMnemonics(const QList<QAction*>& entries);
+
+/// The same for buttons and check boxes of one window, in which `taken` are pressed for something else.
+void AssignMnemonics(const QList<QAbstractButton*>& buttons, QSet<QChar> taken = {});
 
 }  // namespace pictavo

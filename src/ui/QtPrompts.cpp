@@ -66,7 +66,7 @@ bool QtPrompts::Confirm(const Question& question) {
 }
 
 void QtPrompts::Tell(const Notice& notice) {
-    QMessageBox box(QMessageBox::NoIcon, BoxTitle(notice.title), Shown(notice.text), QMessageBox::Ok,
+    QMessageBox box(QMessageBox::Information, BoxTitle(notice.title), Shown(notice.text), QMessageBox::Ok,
                     Parent());
     box.setTextFormat(Qt::PlainText);
     box.exec();

@@ -272,9 +272,7 @@ TEST_F(LoadLanguageTest, TheFirstFolderThatHasItIsReadAndNoOther) {
 
 TEST_F(LoadLanguageTest, WhereNoFolderHasItNothingChanges) {
     table.str_Succes = "before";
-    std::filesystem::create_directory(first / "Folder.lng");
-    for (const std::string language : {"English", "Folder", "", "..", "/"})
-        EXPECT_TRUE(Load(language)) << language;
+    for (const std::string language : {"English", "", "..", "/"}) EXPECT_TRUE(Load(language)) << language;
     EXPECT_TRUE(LoadLanguage({}, "English", CodePage::Windows1252, table));
     EXPECT_EQ(table.str_Succes, "before");
     EXPECT_THAT(table.captions, IsEmpty());
@@ -284,6 +282,29 @@ TEST_F(LoadLanguageTest, AFullPathIsLookedForInTheFolder) {
     WriteFile(first / "English.lng", std::string("str_Succes=outside\r\n"));
     EXPECT_TRUE(LoadLanguage({second.Path()}, (first / "English").string(), CodePage::Windows1252, table));
     EXPECT_EQ(table.str_Succes, "");
+}
+
+TEST_F(LoadLanguageTest, WhatStandsThereAndCanNotBeOpenedIsAFailureThatNamesIt) {
+    std::filesystem::create_directory(first / "Folder.lng");
+    std::filesystem::create_symlink(first / "gone", first / "Link.lng");
+    for (const std::string language : {"Folder", "Link"}) {
+        WriteFile(second / (language + ".lng"), std::string("str_Succes=second\r\n"));
+        const Error refusal = RefusalOf(Load(language));
+        EXPECT_EQ(refusal.kind, ErrorKind::FileMissing) << language;
+        EXPECT_EQ(refusal.path, first / (language + ".lng"));
+        EXPECT_EQ(table.str_Succes, "") << language;
+    }
+}
+
+TEST_F(LoadLanguageTest, LanguagesAreChosenFromTheFirstFolderThatHoldsAFileOfOne) {
+    const std::vector<std::filesystem::path> folders = {first / "gone", first.Path(), second.Path()};
+    EXPECT_EQ(LanguageFolder(folders), first / "gone");
+    WriteFile(first / "English.txt", std::string());
+    WriteFile(second / "English.lng", std::string());
+    EXPECT_EQ(LanguageFolder(folders), second.Path());
+    WriteFile(first / "German.lng", std::string());
+    EXPECT_EQ(LanguageFolder(folders), first.Path());
+    EXPECT_EQ(LanguageFolder({}), "");
 }
 
 TEST_F(LoadLanguageTest, AFailureNamesTheFile) {

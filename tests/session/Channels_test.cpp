@@ -190,12 +190,13 @@ TEST_F(ChannelsTest, RememberingChangesTheFourSettingsOnly) {
     ExpectFlagsCleared();
 }
 
-TEST_F(ChannelsTest, RememberingTellsThatTheFileCanNotBeWritten) {
+TEST_F(ChannelsTest, RememberingTellsThatTheFileCanNotBeWrittenAndTheSettingsStay) {
     session.places.settingsFile = temp / "nowhere" / "Pictavo.ini";
+    const AppSettings settings = session.settings;
     const Status remembered = RememberChannels(session, kRedAndAlpha);
     ASSERT_FALSE(remembered);
     EXPECT_EQ(remembered.error().kind, ErrorKind::WriteFailed);
-    EXPECT_TRUE(session.settings.ChanR);
+    EXPECT_EQ(session.settings, settings);
 }
 
 TEST_F(ChannelsTest, WhatIsNotRememberedStaysOutOfTheSettings) {

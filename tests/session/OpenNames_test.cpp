@@ -48,7 +48,10 @@ class OpenNamesTest : public SessionFixture {
     Outcome OpenAll(const std::vector<std::filesystem::path>& paths) {
         Names names;
         for (const auto& path : paths) names.push_back(path.string());
-        return OpenNames(session, scripted.ports, names, [this] { widths.push_back(session.picture.width); });
+        return OpenNames(session, scripted.ports, names, [this](FileKind opened) {
+            widths.push_back(session.picture.width);
+            kinds.push_back(opened);
+        });
     }
 
     std::filesystem::path WriteFlash(const std::string& name) {
@@ -79,7 +82,13 @@ class OpenNamesTest : public SessionFixture {
         return *ReadGpfHeader(MemorySource(ReadFile(temp / name)));
     }
 
-    std::vector<int> widths;  ///< of the pictures, each time the window was to be drawn
+    /// A file that is named as one and is none.
+    std::filesystem::path WriteBadGpf(const std::string& name) {
+        return WriteFile(temp / name, std::string("no GPF file at all, though long enough"));
+    }
+
+    std::vector<int> widths;      ///< of the pictures, each time the window was to be drawn
+    std::vector<FileKind> kinds;  ///< that it was told then
 };
 
 TEST_F(OpenNamesTest, NoNameDoesNothing) {
@@ -125,6 +134,7 @@ TEST_F(OpenNamesTest, AMissingFileIsTriedAndTold) {
 }
 
 TEST_F(OpenNamesTest, SeveralNamesAreAnnouncedAndTheUnknownPassedOver) {
+    scripted.prompts.Expect(Asked::ApplyToAll, false);  // after the flash
     const Outcome outcome =
         OpenAll({WriteFlash("a.bin"), WriteFile(temp / "b.txt", Bytes(3)), "", "nothing"});
     EXPECT_EQ(outcome.end, Outcome::End::Done);
@@ -153,8 +163,8 @@ TEST_F(OpenNamesTest, TheFileIsDrawnBeforeItIsOffered) {
     scripted.prompts.Expect(Asked::ApplyToAll, false);
     std::vector<int> popupsBefore;
     const Names names{WriteGpfFile("a.gpf2").string(), "x"};
-    const Outcome outcome =
-        OpenNames(session, scripted.ports, names, [&] { popupsBefore.push_back(scripted.prompts.popups); });
+    const Outcome outcome = OpenNames(session, scripted.ports, names,
+                                      [&](FileKind) { popupsBefore.push_back(scripted.prompts.popups); });
     EXPECT_EQ(outcome.written, 0U);
     EXPECT_EQ(popupsBefore, (std::vector<int>{0, 1}));
 }
@@ -168,6 +178,36 @@ TEST_F(OpenNamesTest, WhetherItAppliesToAllIsAskedInTheSameWordsInEveryLanguage)
               "\u041F\u0440\u0438\u043C\u0435\u043D\u0438\u0442\u044C \u0434\u043B\u044F "
               "\u0432\u0441\u0435\u0445?");
     EXPECT_EQ(scripted.prompts.questions.at(0).title, "");
+}
+
+TEST_F(OpenNamesTest, WhetherItAppliesToAllIsAskedAfterEveryNameThatWasTried) {
+    for (int i = 0; i < 3; ++i) scripted.prompts.Expect(Asked::ApplyToAll, false);
+    PickAndApply(SaveCommand::Bmp, false);
+    const auto gone = temp / "gone.bmp";
+    OpenAll({WriteFlash("f.bin"), WriteBadGpf("b.gpf"), gone, temp / "x.txt", WriteGpfFile("a.gpf2")});
+    EXPECT_EQ(scripted.prompts.questions.size(), 4U);
+    EXPECT_TRUE(IsThere("a.bmp"));
+}
+
+TEST_F(OpenNamesTest, AppliedToAllBeforeAnythingWasPickedNothingIsSaved) {
+    scripted.prompts.Expect(Asked::ApplyToAll, true);
+    EXPECT_EQ(OpenAll({WriteFlash("f.bin"), WriteGpfFile("a.gpf2"), WriteGpfFile("b.gpf2")}).written, 0U);
+    EXPECT_EQ(scripted.prompts.popups, 0);
+}
+
+TEST_F(OpenNamesTest, TheFrontIsToldWhatEachNameWasOpenedAs) {
+    for (int i = 0; i < 2; ++i) scripted.prompts.Expect(Asked::ApplyToAll, false);
+    for (int i = 0; i < 2; ++i) {
+        scripted.prompts.Pick(std::nullopt);
+        scripted.prompts.Expect(Asked::ApplyToAll, false);
+    }
+    OpenAll({WriteBadGpf("b.gpf"), WriteFlash("f.bin"), WriteGpfFile("a.gpf2"), WriteBmp("c.bmp"), "x"});
+    EXPECT_EQ(kinds, (std::vector<FileKind>{FileKind::Unknown, FileKind::Fullflash, FileKind::Gpf,
+                                            FileKind::Picture, FileKind::Unknown}));
+    kinds.clear();
+    OpenAll({temp / "f.bin"});
+    OpenAll({temp / "gone.bin"});
+    EXPECT_EQ(kinds, (std::vector<FileKind>{FileKind::Fullflash, FileKind::Unknown}));
 }
 
 TEST_F(OpenNamesTest, OneBoxAtTheEndTellsOfTheFilesWritten) {
@@ -224,8 +264,9 @@ TEST_F(OpenNamesTest, ThePngCommandOfTheMenuRunsTheConverter) {
 }
 
 TEST_F(OpenNamesTest, AFlashIsNotOfferedAndALoadThatFailedSavesNothing) {
+    scripted.prompts.Expect(Asked::ApplyToAll, false);  // after the flash
     PickAndApply(SaveCommand::Bmp, true);
-    const auto bad = WriteFile(temp / "b.gpf", std::string("no GPF file at all, though long enough"));
+    const auto bad = WriteBadGpf("b.gpf");
     const Outcome outcome = OpenAll({WriteFlash("f.bin"), WriteGpfFile("a.gpf2"), bad, temp / "gone.bmp"});
     EXPECT_EQ(outcome.written, 1U);
     EXPECT_EQ(outcome.problems.size(), 2U);
@@ -330,6 +371,7 @@ TEST_F(OpenNamesTest, ProgressIsToldBehindEachNameAndEscStops) {
     EXPECT_EQ(outcome.written, 2U);
     EXPECT_EQ(outcome.problems.back().error.kind, ErrorKind::Stopped);
     EXPECT_FALSE(IsThere("c.bmp"));
+    EXPECT_EQ(scripted.prompts.NoticeTexts(), Names{"MultFFound"});
 }
 
 TEST_F(OpenNamesTest, OneNameMoreThanTheMostIsRefusedBeforeAnythingOpens) {

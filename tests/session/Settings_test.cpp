@@ -110,6 +110,34 @@ TEST_F(SettingsTest, OfTwoFailuresTheFirstIsTold) {
     EXPECT_EQ(loaded.error().kind, ErrorKind::WriteFailed);
 }
 
+TEST_F(SettingsTest, ALanguageThatIsThereAndCanNotBeOpenedIsTold) {
+    WriteSettings("ChanR=true\r\n");
+    std::filesystem::create_directory(temp / "languages" / "English.lng");
+    const Status loaded = LoadSettings(session);
+    ASSERT_FALSE(loaded);
+    EXPECT_EQ(loaded.error().path, temp / "languages" / "English.lng");
+    EXPECT_TRUE(session.settings.ChanR);
+}
+
+TEST_F(SettingsTest, ChangedSettingsHoldOnceTheyAreWritten) {
+    AppSettings changed = session.settings;
+    changed.HEXFilename = true;
+    ASSERT_TRUE(ChangeSettings(session, changed));
+    EXPECT_EQ(session.settings, changed);
+    EXPECT_NE(ReadText(session.places.settingsFile).find("HEXFilename=true\r\n"), std::string::npos);
+}
+
+TEST_F(SettingsTest, ChangedSettingsThatCanNotBeWrittenLeaveWhatTheSessionHad) {
+    session.places.settingsFile = temp / "nowhere" / "Pictavo.ini";
+    const AppSettings before = session.settings;
+    AppSettings changed = before;
+    changed.HEXFilename = true;
+    const Status stored = ChangeSettings(session, changed);
+    ASSERT_FALSE(stored);
+    EXPECT_EQ(stored.error().kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(session.settings, before);
+}
+
 TEST_F(SettingsTest, SavingIntoAFolderThatIsNotThereFails) {
     session.places.settingsFile = temp / "nowhere" / "Pictavo.ini";
     const Status saved = SaveSettings(session);

@@ -132,6 +132,43 @@ TEST_F(ShowPictureTest, AFileThatIsNoGpfLeavesWhatIsShown) {
     EXPECT_TRUE(session.shown.isShown);
 }
 
+TEST_F(ShowPictureTest, OfABoldRowWhoseWorkFileIsBadNothingIsShownAndTheCaptionSaysWhy) {
+    const Bytes whole = ReadFile(WriteGpf2("whole.gpf2", 1, 1, 0x05, {0xE0}));
+    const Bytes badDepth = ReadFile(WriteGpf2("depth.gpf2", 1, 1, 0x02, {0xE0}));
+    const Bytes noGpf(64, 'x');
+    const Bytes cutHeader(whole.begin(), whole.begin() + 20);
+    Open(FourIcons());
+    ReplaceBy(1, samples::DrawOneColour(3, 2, {255, 0, 0, 255}), 0x85);
+    const std::vector<std::pair<Bytes, std::string>> cases = {
+        {noGpf, "1 :: is no GPF file (its first bytes are not those of one)"},
+        {cutHeader, "1 :: the file ends inside its header"},
+        {badDepth, "1 ::  0bit"}};
+    for (const auto& [bytes, caption] : cases)
+        for (const std::size_t rowBefore : {3U, 1U}) {  // a picture with alpha, then one that failed as well
+            const bool wasShown = ShowRow(session, rowBefore).has_value();
+            EXPECT_EQ(wasShown, rowBefore == 3U);
+            const Picture before = session.picture;
+            WriteFile(session.workFiles.Replacement(1), bytes);
+            EXPECT_FALSE(ShowRow(session, 1));
+            EXPECT_FALSE(session.shown.isShown) << caption;
+            EXPECT_EQ(session.shown.caption, caption);
+            EXPECT_EQ(session.picture.RasterHasAlpha, before.RasterHasAlpha);
+            EXPECT_EQ(session.picture.bitDepth, before.bitDepth);
+            EXPECT_EQ(CellAt(8, 8), before.raster.At(8, 8));
+        }
+}
+
+TEST_F(ShowPictureTest, OfABoldRowThatFailsNoReasonOfAnEarlierOneStays) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    flash.AddPicture(1, 1, 0x05, {0xE0}).AddPicture(250, 2, 0x05, Bytes(500, 0xE0));
+    Open(flash);
+    ReplaceBy(0, samples::DrawOneColour(3, 2, {255, 0, 0, 255}), 0x85);
+    WriteFile(session.workFiles.Replacement(0), Bytes(64, 'x'));
+    EXPECT_FALSE(ShowRow(session, 1));
+    EXPECT_FALSE(ShowRow(session, 0));
+    EXPECT_TRUE(session.shown.caption.starts_with("0 :: is no GPF file")) << session.shown.caption;
+}
+
 TEST_F(ShowPictureTest, ReadingAMissingGpfNeverCreatesIt) {
     ASSERT_FALSE(LoadGPFfile(session, temp / "missing.gpf"));
     EXPECT_FALSE(std::filesystem::exists(temp / "missing.gpf"));

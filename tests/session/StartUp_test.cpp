@@ -1,29 +1,10 @@
 #include "session/StartUp.h"
 
+#include "support/FakeAssociations.h"
 #include "support/SessionFixture.h"
 
 namespace pictavo::tests {
 namespace {
-
-/// What a desktop has registered, and what it was told to register.
-class FakeAssociations final : public Associations {
-  public:
-    std::map<std::string, std::string> commands;
-    std::vector<std::string> registered;
-    std::optional<Error> error;
-
-    std::string GetAssociatedProgram(const std::string& extension) override {
-        const auto found = commands.find(extension);
-        return found == commands.end() ? "Unregistered file extension " + extension : found->second;
-    }
-
-    Status RegisterPictureFileTypes(const std::string& command) override {
-        if (error) return Failure(*error);
-        registered.push_back(command);
-        for (const char* extension : {".gpf", ".gpf2"}) commands[extension] = command;
-        return {};
-    }
-};
 
 class StartUpTest : public SessionFixture {
   protected:

@@ -45,7 +45,12 @@ class ScriptedPrompts final : public Prompts {
         return answer.ok;
     }
 
-    void Tell(const Notice& notice) override { notices.push_back(notice); }
+    std::function<void()> whenTold = [] {};
+
+    void Tell(const Notice& notice) override {
+        notices.push_back(notice);
+        whenTold();
+    }
 
     std::filesystem::path ChooseOpen(const FileChoice& choice) override { return ChosenFor(choice); }
     std::filesystem::path ChooseSave(const FileChoice& choice) override { return ChosenFor(choice); }

@@ -6,6 +6,8 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QTest>
+#include <QTimer>
+#include <set>
 
 #include "session/Settings.h"
 #include "session/ShowPicture.h"
@@ -28,6 +30,8 @@ class WindowFixture : public SessionFixture {
     /// The window with the session as it stands, shown.
     void Show() {
         WindowServices services{scripted.prompts, scripted.processes, scripted.pictures};
+        services.associations = associations;
+        services.executable = "/opt/pictavo";
         services.showReadMe = [this] { ++readMeShown; };
         form = std::make_unique<Form1>(std::move(session), services);
         form->show();
@@ -74,6 +78,30 @@ class WindowFixture : public SessionFixture {
     /// The picture box as it is painted.
     QImage Painted() const { return Find<PictureView>("Picture1").grab().toImage(); }
 
+    /// The line at the bottom.
+    std::string Line() const { return Find<TextLine>("Line1").Text().toStdString(); }
+
+    /// Does this to the dialog that is opened next.
+    void WithDialog(const std::function<void(QWidget&)>& act) const {
+        QTimer::singleShot(0, form.get(), [act] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            ASSERT_NE(dialog, nullptr);
+            act(*dialog);
+            dialog->close();
+        });
+    }
+
+    /// Buttons and check boxes that Alt and a letter press.
+    static void ExpectLettersOfTheirOwn(const QWidget& window, std::size_t count) {
+        std::set<QChar> letters;
+        for (const auto* button : window.findChildren<QAbstractButton*>()) {
+            const QString text = QString(button->text()).remove("&&");
+            ASSERT_TRUE(text.contains('&')) << text.toStdString();
+            EXPECT_TRUE(letters.insert(text[text.indexOf('&') + 1].toLower()).second) << text.toStdString();
+        }
+        EXPECT_EQ(letters.size(), count);
+    }
+
     /// A bitmap to replace pictures with.
     std::filesystem::path Bitmap(const std::string& name, int width = 4, int height = 4) const {
         return WriteFile(temp / name,
@@ -83,6 +111,7 @@ class WindowFixture : public SessionFixture {
     void WriteLanguage(const std::string& lines) const { WriteFile(temp / "Test.lng", lines); }
 
     std::unique_ptr<Form1> form;
+    Associations* associations = nullptr;
     int readMeShown = 0;
 };
 

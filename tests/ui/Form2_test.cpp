@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QTest>
-#include <QTimer>
 
 #include "support/WindowFixture.h"
 
@@ -46,11 +45,39 @@ TEST_F(Form2Test, ShowsTheSettingsUnderTheDesignedCaptions) {
         {"Check4", "Zero in filename", false},
         {"Check5", "HEX filename", true}};
     for (const auto& [name, caption, isOn] : checks) {
-        EXPECT_EQ(In<QCheckBox>(name).text(), caption);
+        EXPECT_EQ(PlainCaption(In<QCheckBox>(name).text()), caption);
         EXPECT_EQ(In<QCheckBox>(name).isChecked(), isOn) << name;
     }
-    EXPECT_EQ(In<QPushButton>("Command1").text(), "Browse");
-    EXPECT_EQ(In<QPushButton>("Command2").text(), "OK");
+    const std::vector<std::pair<const char*, const char*>> buttons = {{"Command1", "Browse"},
+                                                                      {"Command2", "OK"},
+                                                                      {"Command3", "Apply"},
+                                                                      {"Command4", "Cancel"},
+                                                                      {"Command5", "Browse"}};
+    for (const auto& [name, caption] : buttons)
+        EXPECT_EQ(PlainCaption(In<QPushButton>(name).text()), caption) << name;
+    EXPECT_EQ(In<QGroupBox>("Frame1").title(), "Select a language file");
+    EXPECT_EQ(In<QGroupBox>("Frame2").title(), "Select nConvert.exe path");
+}
+
+TEST_F(Form2Test, EveryButtonAndCheckBoxHasALetterOfItsOwnInWhateverLanguage) {
+    const std::vector<std::map<std::string, std::string>> languages = {
+        {}, {{"Form2.Check1", "Прозрачность"}, {"Form2.Check2", "Сжимать"}, {"Form2.Command4", "Отмена"}}};
+    for (const auto& captions : languages) {
+        session.texts.captions = captions;
+        Open();
+        ExpectLettersOfTheirOwn(*dialog, 10);
+    }
+}
+
+TEST_F(Form2Test, TheTextBoxesAreCalledWhatTheirFramesAreAlsoInAnotherLanguage) {
+    Open();
+    EXPECT_EQ(In<QLineEdit>("Text1").accessibleName(), "Select nConvert.exe path");
+    EXPECT_EQ(In<QLineEdit>("Text2").accessibleName(), "Select a language file");
+    WriteFile(temp / "Deutsch.lng", std::string("str_PlSel=Bitte\r\n"));
+    In<QLineEdit>("Text2").setText("Deutsch");
+    Click("Command3");
+    EXPECT_EQ(In<QLineEdit>("Text1").accessibleName(), "Bitte nConvert.exe");
+    EXPECT_EQ(In<QLineEdit>("Text2").accessibleName(), "Bitte Deutsch");
 }
 
 TEST_F(Form2Test, ALanguageFileNamesItsControls) {
@@ -61,9 +88,9 @@ TEST_F(Form2Test, ALanguageFileNamesItsControls) {
                               {"TransCheck", "nicht hier"}};
     Open();
     EXPECT_EQ(dialog->windowTitle(), "Einstellungen");
-    EXPECT_EQ(In<QCheckBox>("Check4").text(), "Nullen");
-    EXPECT_EQ(In<QPushButton>("Command3").text(), "Uebernehmen");
-    EXPECT_EQ(In<QCheckBox>("Check5").text(), "HEX filename");
+    EXPECT_EQ(PlainCaption(In<QCheckBox>("Check4").text()), "Nullen");
+    EXPECT_EQ(PlainCaption(In<QPushButton>("Command3").text()), "Uebernehmen");
+    EXPECT_EQ(PlainCaption(In<QCheckBox>("Check5").text()), "HEX filename");
 }
 
 TEST_F(Form2Test, ApplyIsDisabledUntilSomethingChanges) {
@@ -121,13 +148,48 @@ TEST_F(Form2Test, CancelLeavesTheFileAndTheSettings) {
     EXPECT_FALSE(dialog->isVisible());
 }
 
-TEST_F(Form2Test, SettingsThatCanNotBeWrittenAreToldAndHold) {
-    session.places.settingsFile = temp / "no such folder" / "Pictavo.ini";
+TEST_F(Form2Test, SettingsThatCanNotBeWrittenAreToldAndCanBeTriedAgain) {
+    session.places.settingsFile = temp / "later" / "Pictavo.ini";
+    const AppSettings before = session.settings;
     Open();
     In<QCheckBox>("Check3").click();
-    Click("Command3");
-    EXPECT_EQ(scripted.prompts.notices.size(), 1U);
+    In<QLineEdit>("Text2").setText("Deutsch");
+    for (const char* button : {"Command3", "Command2"}) {
+        scripted.prompts.notices.clear();
+        Click(button);
+        EXPECT_EQ(scripted.prompts.notices.size(), 1U) << button;
+        EXPECT_EQ(session.settings, before);
+        EXPECT_EQ(applied, 0);
+        EXPECT_TRUE(In<QCheckBox>("Check3").isChecked());
+        EXPECT_EQ(In<QLineEdit>("Text2").text(), "Deutsch");
+        EXPECT_TRUE(CanApply());
+        EXPECT_TRUE(dialog->isVisible());
+    }
+    std::filesystem::create_directory(temp / "later");
+    Click("Command2");
     EXPECT_TRUE(session.settings.DefaultGPF2);
+    EXPECT_FALSE(dialog->isVisible());
+}
+
+TEST_F(Form2Test, ALanguageThatCanNotBeReadIsToldAndTheSettingsHold) {
+    std::filesystem::create_directory(temp / "Deutsch.lng");
+    Open();
+    In<QLineEdit>("Text2").setText("Deutsch");
+    Click("Command3");
+    EXPECT_EQ(scripted.prompts.NoticeTexts(),
+              std::vector<std::string>{(temp / "Deutsch.lng").string() + "\rfnExi!"});
+    EXPECT_EQ(session.settings.Language, "Deutsch");
+    EXPECT_FALSE(CanApply());
+}
+
+TEST_F(Form2Test, TheLanguageChooserBeginsWhereLanguagesLie) {
+    for (const char* folder : {"program", "share"}) std::filesystem::create_directory(temp / folder);
+    WriteFile(temp / "share" / "English.lng", std::string());
+    session.places.languageFolders = {temp / "program", temp / "share"};
+    Open();
+    scripted.prompts.Choose({});
+    Click("Command1");
+    EXPECT_EQ(scripted.prompts.choices.back().folder, temp / "share");
 }
 
 TEST_F(Form2Test, TheLanguageIsChosenInASaveDialogAndOnlyItsBaseNameIsKept) {
@@ -167,18 +229,33 @@ TEST_F(Form2Test, TheConverterIsTakenWithItsFullPath) {
     EXPECT_EQ(In<QLineEdit>("Text1").text().toStdString(), converter.string());
 }
 
-TEST_F(Form2Test, OpeningReadsTheSettingsAgain) {
+TEST_F(Form2Test, OpeningReadsTheSettingsAndTheLanguageAgain) {
     Show();
-    WriteFile(temp / "Pictavo.ini", std::string("ZeroFilename=true\r\n"));
+    form->Start({});
+    WriteFile(temp / "Pictavo.ini",
+              std::string("ZeroFilename=true\r\nTransparency=true\r\nLanguage=Deutsch\r\n"));
+    WriteFile(temp / "Deutsch.lng", std::string("str_AdZ=Nullen\r\ncap_mnFileR=Datei\r\n"));
     bool wasChecked = false;
-    QTimer::singleShot(0, form.get(), [&] {
-        QWidget* opened = QApplication::activeModalWidget();
-        ASSERT_NE(opened, nullptr);
-        wasChecked = opened->findChild<QCheckBox*>("Check4")->isChecked();
-        opened->close();
+    std::string caption;
+    WithDialog([&](QWidget& opened) {
+        wasChecked = opened.findChild<QCheckBox*>("Check4")->isChecked();
+        caption = PlainCaption(opened.findChild<QCheckBox*>("Check4")->text());
     });
     Trigger("mnu_Settings");
     EXPECT_TRUE(wasChecked);
+    EXPECT_EQ(caption, "Nullen");
+    EXPECT_EQ(CaptionOf("mnu_File"), "Datei");
+    EXPECT_TRUE(Find<QCheckBox>("TransCheck").isChecked());
+}
+
+TEST_F(Form2Test, WhatCanNotBeReadAtTheOpeningIsToldBeforeTheDialogOpens) {
+    WriteLanguage(std::string(256, 'x') + "\r\n");
+    Show();
+    std::size_t toldBefore = 0;
+    WithDialog([&](QWidget&) { toldBefore = scripted.prompts.notices.size(); });
+    Trigger("mnu_Settings");
+    EXPECT_EQ(toldBefore, 1U);
+    EXPECT_EQ(scripted.prompts.notices.size(), 1U);
 }
 
 }  // namespace

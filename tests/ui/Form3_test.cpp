@@ -39,11 +39,19 @@ TEST_F(Form3Test, HasItsDesignedCaptionsAndTheStoredChoice) {
                                                                             {"Check4", "Alpha", true},
                                                                             {"Check5", "Remember", false}};
     for (const auto& [name, caption, isOn] : checks) {
-        EXPECT_EQ(Check(name).text(), caption);
+        EXPECT_EQ(PlainCaption(Check(name).text()), caption);
         EXPECT_EQ(Check(name).isChecked(), isOn) << name;
     }
     EXPECT_EQ(dialog->windowTitle(), "Channels");
-    EXPECT_EQ(dialog->findChild<QPushButton*>("Command1")->text(), "OK");
+    EXPECT_EQ(PlainCaption(dialog->findChild<QPushButton*>("Command1")->text()), "OK");
+}
+
+TEST_F(Form3Test, EveryButtonAndCheckBoxHasALetterOfItsOwnInWhateverLanguage) {
+    for (const char* remember : {"Remember", "Запомнить"}) {
+        session.texts.captions = {{"Form3.Check5", remember}};
+        OpenFor(ChannelsMode::Save);
+        ExpectLettersOfTheirOwn(*dialog, 6);
+    }
 }
 
 TEST_F(Form3Test, SavesTheChosenChannelsIn32Bits) {
@@ -91,6 +99,36 @@ TEST_F(Form3Test, RememberStoresTheChoiceAndNothingElse) {
     const std::string stored = ReadText(temp / "Pictavo.ini");
     EXPECT_NE(stored.find("ChanR=false\r\nChanG=true\r\nChanB=false\r\nChanA=false\r\n"), std::string::npos);
     EXPECT_NE(stored.find("Language=Test\r\n"), std::string::npos);
+}
+
+TEST_F(Form3Test, AChoiceThatCanNotBeRememberedIsToldAndHoldsForThisOnce) {
+    session.places.settingsFile = temp / "nowhere" / "Pictavo.ini";
+    OpenFor(ChannelsMode::Save);
+    Check("Check1").click();
+    Check("Check5").click();
+    scripted.prompts.Choose(temp / "channels");
+    Perform();
+    EXPECT_EQ(scripted.prompts.notices.size(), 2U);
+    EXPECT_FALSE(session.settings.ChanR);
+    EXPECT_EQ(ReadBmp(temp / "channels.bmp").shown.pixels.at(0), (samples::Pixel{0x30, 0, 0, 0}));
+}
+
+TEST_F(Form3Test, TheTickOfTheWindowsTransparencyIsNotStored) {
+    ShowFourIcons();
+    form->Start({});
+    Select(0);
+    Find<QCheckBox>("TransCheck").click();
+    WithDialog([&](QWidget& opened) {
+        opened.findChild<QCheckBox*>("Check2")->click();
+        opened.findChild<QCheckBox*>("Check5")->click();
+        scripted.prompts.Choose({});
+        opened.findChild<QPushButton*>("Command1")->click();
+    });
+    Trigger("mnu_PopupPic_LoadChannels");
+    const std::string stored = ReadText(temp / "Pictavo.ini");
+    EXPECT_NE(stored.find("ChanG=true\r\n"), std::string::npos);
+    EXPECT_NE(stored.find("Transparency=false\r\n"), std::string::npos);
+    EXPECT_TRUE(Find<QCheckBox>("TransCheck").isChecked());
 }
 
 TEST_F(Form3Test, WithoutRememberTheStoredChoiceStays) {

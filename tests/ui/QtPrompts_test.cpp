@@ -47,6 +47,7 @@ TEST_F(QtPromptsTest, AQuestionShowsItsLinesAsPlainText) {
         EXPECT_EQ(box.text(), "<b>first</b>\nsecond?");
         EXPECT_EQ(box.textFormat(), Qt::PlainText);
         EXPECT_EQ(box.windowTitle(), "A title");
+        EXPECT_EQ(box.icon(), QMessageBox::Question);
         box.button(QMessageBox::Ok)->click();
     });
     EXPECT_TRUE(answer);
@@ -74,6 +75,7 @@ TEST_F(QtPromptsTest, ANoticeWithoutATitleBearsTheProgramsName) {
     WithNext<QMessageBox>([](QMessageBox& box) {
         EXPECT_EQ(box.windowTitle(), "Pictavo");
         EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+        EXPECT_EQ(box.icon(), QMessageBox::Information);
         box.close();
     });
     prompts.Tell({"", "done"});

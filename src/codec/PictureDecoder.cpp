@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "codec/CellNumber.h"
 #include "codec/PixelFormats.h"
 #include "core/Cursor.h"
 
@@ -80,72 +81,146 @@ bool Finished(const Decode& decode) {
     return decode.writer.Row() >= decode.height;
 }
 
-template <typename Pixels>
-void StoreLiterals(Decode& decode, std::size_t count) {
-    const std::uint8_t* stored = decode.cursor.Take(count * Pixels::kBytes);
-    decode.writer.Put(count, [&](Cell* cells, std::size_t done, std::size_t piece) {
-        Pixels::Expand(stored + done * Pixels::kBytes, cells, piece);
-    });
-}
-
-template <typename Pixels>
-void StoreRun(Decode& decode, std::size_t count) {
-    Cell cell;
-    Pixels::Expand(decode.cursor.Take(Pixels::kBytes), &cell, 1);
-    decode.writer.Fill(cell, count);
-}
-
-void StorePixels(Decode& decode, const Cell* pixels, std::size_t count) {
-    decode.writer.Put(count, [&](Cell* cells, std::size_t done, std::size_t piece) {
+void StorePixels(RasterWriter& writer, const Cell* pixels, std::size_t count) {
+    writer.Put(count, [&](Cell* cells, std::size_t done, std::size_t piece) {
         std::copy_n(pixels + done, piece, cells);
     });
 }
 
+template <typename Pixels>
+void StoreExpanded(RasterWriter& writer, const std::uint8_t* stored, std::size_t count) {
+    writer.Put(count, [&](Cell* cells, std::size_t done, std::size_t piece) {
+        Pixels::Expand(stored + done * sizeof(typename Pixels::Unit), cells, piece);
+    });
+}
+
+/// The pixels of a compressed 1-bit picture outside their groups: a byte each, 1 for black.
+struct LooseBits {
+    using Unit = std::uint8_t;
+    static constexpr std::size_t kInGroup = 7;
+
+    static void Expand(const std::uint8_t* bits, Cell* cells, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) StoreCellNumber(cells + i, (bits[i] - 1U) & kColourBits);
+    }
+};
+
+/// The pixels of every group that is not a run, in the order in which they are shown.
+constexpr auto kBitsOfGroup = [] {
+    std::array<std::array<std::uint8_t, LooseBits::kInGroup>, kLiteralBit> groups{};
+    for (unsigned group = 0; group < groups.size(); ++group)
+        for (unsigned i = 0; i < LooseBits::kInGroup; ++i)
+            groups[group][i] = group >> (LooseBits::kInGroup - 1 - i) & 1;
+    return groups;
+}();
+
+/// Pixels of a compressed picture as they come out of its groups, still in their stored form, so that they
+/// can be expanded many at once.
+template <typename Pixels>
+class Ungrouped {
+  public:
+    using Unit = typename Pixels::Unit;
+
+    std::size_t Count() const { return count_; }
+
+    /// True while there is room for another group.
+    bool HasRoom() const { return count_ <= kRoom; }
+
+    /// May write up to kAtOnce too many behind the last one; the next group goes over them.
+    void Fill(Unit unit, std::size_t count) {
+        std::size_t done = 0;
+        do {
+            std::fill_n(units_.data() + count_ + done, kAtOnce, unit);
+            done += kAtOnce;
+        } while (done < count);
+        count_ += count;
+    }
+
+    void Append(const std::uint8_t* stored, std::size_t count) {
+        std::memcpy(units_.data() + count_, stored, count * sizeof(Unit));
+        count_ += count;
+    }
+
+    /// Empties it into the Raster.
+    void Flush(RasterWriter& writer) {
+        StoreExpanded<Pixels>(writer, reinterpret_cast<const std::uint8_t*>(units_.data()), count_);
+        count_ = 0;
+    }
+
+  private:
+    static constexpr std::size_t kRoom = 2048;
+    static constexpr std::size_t kLongestGroup = 128;
+    static constexpr std::size_t kAtOnce = 32 / sizeof(Unit);  // most runs are shorter, and end in one step
+
+    std::array<Unit, kRoom + kLongestGroup + kAtOnce> units_;
+    std::size_t count_ = 0;
+};
+
 /// A group of a compressed picture: a control byte below 0x80 is a count of copies of one pixel (0 consumes
 /// the pixel and stores nothing), any other is 256 less a count of pixels.
 template <typename Pixels>
-void StoreGroup(Decode& decode) {
-    const unsigned control = decode.cursor.Byte();
-    if (control < kLiteralBit)
-        StoreRun<Pixels>(decode, control);
-    else
-        StoreLiterals<Pixels>(decode, 256 - control);
+void TakeGroup(Cursor& cursor, Ungrouped<Pixels>& pixels) {
+    const unsigned control = cursor.Byte();
+    if (control >= kLiteralBit) {
+        const std::size_t count = 256 - control;
+        pixels.Append(cursor.Take(count * Pixels::kBytes), count);
+        return;
+    }
+    typename Pixels::Unit unit = 0;
+    std::memcpy(&unit, cursor.Take(Pixels::kBytes), Pixels::kBytes);
+    pixels.Fill(unit, control);
 }
 
 /// A group of a compressed 1-bit picture: seven pixels, or with the top bit set a colour and a count up
 /// to 63.
-void StoreBitGroup(Decode& decode) {
-    constexpr std::size_t kPixelsInGroup = 7;
-    const unsigned control = decode.cursor.Byte();
-    if (control >= kLiteralBit) {
-        decode.writer.Fill(Pixels1::ExpandBit(control >> 6 & 1), control & 0x3F);
-        return;
-    }
-    const Cell* pixels = Pixels1::ExpandByte(static_cast<std::uint8_t>(control)).data() + 1;
-    StorePixels(decode, pixels, kPixelsInGroup);
+void TakeGroup(Cursor& cursor, Ungrouped<LooseBits>& pixels) {
+    const unsigned control = cursor.Byte();
+    if (control >= kLiteralBit)
+        pixels.Fill(control >> 6 & 1, control & 0x3F);
+    else
+        pixels.Append(kBitsOfGroup[control].data(), LooseBits::kInGroup);
 }
 
-bool DecodeGroups(Decode& decode, void (*storeGroup)(Decode&)) {
+/// How many pixels, in rows of this width, go into the Raster.
+std::int64_t RoomFor(int width) {
+    const bool runsOn = width > 0 && width <= Raster::kColumns;
+    return runsOn ? std::int64_t{width} * Raster::kRows : Raster::kColumns;
+}
+
+/// After how many pixels the groups are over: the picture is done, or the Raster is left.
+std::int64_t EndOfGroups(const Decode& decode) {
+    const std::int64_t tooMany = RoomFor(decode.width) + 1;
+    return decode.width > 0 ? std::min(std::int64_t{decode.width} * decode.height, tooMany) : tooMany;
+}
+
+template <typename Pixels>
+bool DecodeGroups(Decode& decode) {
+    Ungrouped<Pixels> pixels;
+    std::int64_t left = EndOfGroups(decode);
     do {
-        storeGroup(decode);
-        if (Finished(decode)) return true;
-    } while (decode.writer.InRange() && !decode.cursor.AtEnd());
-    return false;
+        const std::size_t before = pixels.Count();
+        TakeGroup(decode.cursor, pixels);
+        left -= static_cast<std::int64_t>(pixels.Count() - before);
+        if (!pixels.HasRoom()) pixels.Flush(decode.writer);
+    } while (left > 0 && !decode.cursor.AtEnd());
+    pixels.Flush(decode.writer);
+    return Finished(decode);
 }
 
 template <typename Pixels>
 void DecodeUnits(Decode& decode) {
     constexpr std::int64_t kPiece = Cursor::kLongestTake / Pixels::kBytes;
     std::int64_t left = static_cast<std::int64_t>(decode.width) * decode.height;
-    for (; left > 0 && decode.writer.InRange(); left -= kPiece)
-        StoreLiterals<Pixels>(decode, static_cast<std::size_t>(std::min(left, kPiece)));
+    for (; left > 0 && decode.writer.InRange(); left -= kPiece) {
+        const auto count = static_cast<std::size_t>(std::min(left, kPiece));
+        StoreExpanded<Pixels>(decode.writer, decode.cursor.Take(count * Pixels::kBytes), count);
+    }
 }
 
 /// Rows are padded to whole bytes: what is left of a byte when a row ends is dropped.
 void DecodeBits(Decode& decode) {
     while (!Finished(decode) && decode.writer.InRange()) {
         const auto& pixels = Pixels1::ExpandByte(decode.cursor.Byte());
-        StorePixels(decode, pixels.data(), std::min(pixels.size(), decode.writer.LeftInRow()));
+        StorePixels(decode.writer, pixels.data(), std::min(pixels.size(), decode.writer.LeftInRow()));
     }
 }
 
@@ -162,15 +237,15 @@ void DecodeUncompressed12(Decode& decode) {
 bool DecodeCompressed(Decode& decode, int bitDepth) {
     switch (bitDepth) {
         case 1:
-            return DecodeGroups(decode, StoreBitGroup);
+            return DecodeGroups<LooseBits>(decode);
         case 8:
-            return DecodeGroups(decode, StoreGroup<Pixels8>);
+            return DecodeGroups<Pixels8>(decode);
         case 12:
-            return DecodeGroups(decode, StoreGroup<Pixels12>);
+            return DecodeGroups<Pixels12>(decode);
         case 16:
-            return DecodeGroups(decode, StoreGroup<Pixels16>);
+            return DecodeGroups<Pixels16>(decode);
         default:
-            return DecodeGroups(decode, StoreGroup<Pixels24>);
+            return DecodeGroups<Pixels24>(decode);
     }
 }
 

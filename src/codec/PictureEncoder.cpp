@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::uint32_t kLeastOpaqueAlpha = 127;  // of a picture with alpha that goes to a format without
 constexpr std::size_t kLongestGroup = 127;
+constexpr std::size_t kStep = 8;  // cells that a loop over cells takes at once
 
 /// How a cell's transparency goes over to the target format.
 enum class AlphaRule { Keep, MarkTransparent, MakeOpaque, Drop };
@@ -38,31 +39,33 @@ void ApplyTo(const Cell* from, Cell* __restrict to, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) StoreCellNumber(to + i, Applied<Rule>(CellNumber(from + i)));
 }
 
-/// Room for values that are all written before they are read.
+/// Room for values that are all written before they are read, with `spare` more behind them. Made as bytes:
+/// an array of cells would be filled with zeros first.
 template <typename Value>
 class Scratch {
   public:
-    explicit Scratch(std::size_t size)
-        : values_(std::make_unique_for_overwrite<Value[]>(size)), size_(size) {}
+    explicit Scratch(std::size_t size, std::size_t spare = 0)
+        : bytes_(std::make_unique_for_overwrite<std::uint8_t[]>((size + spare) * sizeof(Value))),
+          size_(size) {}
 
-    Value* Data() { return values_.get(); }
-    const Value* Data() const { return values_.get(); }
+    Value* Data() { return reinterpret_cast<Value*>(bytes_.get()); }
+    const Value* Data() const { return reinterpret_cast<const Value*>(bytes_.get()); }
     std::size_t Size() const { return size_; }
 
   private:
-    std::unique_ptr<Value[]> values_;
+    std::unique_ptr<std::uint8_t[]> bytes_;
     std::size_t size_;
 };
 
 using Cells = Scratch<Cell>;
 
 /// The picture's cells in row order, `rows` rows of them, with the transparency rule applied. Cells that the
-/// Raster does not have are zero.
+/// Raster does not have are zero, and so are the kStep spare ones behind.
 template <AlphaRule Rule>
 Cells CellsUnder(const Picture& picture, int rows) {
     const auto width = static_cast<std::size_t>(std::max(picture.width, 0));
     const auto inRaster = std::min<std::size_t>(width, Raster::kColumns);
-    Cells cells(width * static_cast<std::size_t>(std::max(rows, 0)));
+    Cells cells(width * static_cast<std::size_t>(std::max(rows, 0)), kStep);
     Cell* to = cells.Data();
     for (int y = 0; y < rows; ++y) {
         const std::size_t taken = y < Raster::kRows ? inRaster : 0;
@@ -70,6 +73,7 @@ Cells CellsUnder(const Picture& picture, int rows) {
         std::fill(to + taken, to + width, Cell{});
         to += width;
     }
+    std::fill_n(to, kStep, Cell{});
     return cells;
 }
 
@@ -148,36 +152,37 @@ class Neighbours {
 template <typename Pixels>
 class GroupWriter {
   public:
-    explicit GroupWriter(const Cells& cells)
-        : units_(cells.Size() * Pixels::kBytes), stored_(2 * units_.Size() + kClosing) {
-        Pixels::Quantise(cells.Data(), units_.Data(), cells.Size());
-    }
+    /// `most`: how many cells the groups hold together.
+    explicit GroupWriter(std::size_t most) : stored_(most * (1 + Pixels::kBytes) + kClosing) {}
 
-    void Run(std::size_t count, std::size_t cell) {
+    void Run(std::size_t count, const Cell& cell) {
         Control(count);
-        Append(cell, 1);
+        Append(cell);
     }
 
-    void Literals(std::size_t cell, std::size_t count) {
+    /// Reads and writes whole steps, which is faster for the short stretches that most are: kStep cells must
+    /// lie behind these, and what is written too much goes under the next group.
+    void Literals(const Cell* cells, std::size_t count) {
         Control(256 - count);
-        Append(cell, count);
+        Pixels::Quantise(cells, stored_.Data() + length_, (count + kStep - 1) / kStep * kStep);
+        length_ += count * Pixels::kBytes;
     }
 
-    void Append(std::size_t cell, std::size_t count) {
-        std::memcpy(stored_.Data() + length_, units_.Data() + cell * Pixels::kBytes, count * Pixels::kBytes);
-        length_ += count * Pixels::kBytes;
+    void Append(const Cell& cell) {
+        const typename Pixels::Unit unit = Pixels::QuantiseOne(cell);
+        std::memcpy(stored_.Data() + length_, &unit, sizeof unit);
+        length_ += sizeof unit;
     }
 
     Bytes Take() const { return Bytes(stored_.Data(), stored_.Data() + length_); }
 
   private:
-    static constexpr std::size_t kClosing = 16;
+    static constexpr std::size_t kClosing = 16 + kStep * Pixels::kBytes;
 
     void Control(std::size_t value) { stored_.Data()[length_++] = static_cast<std::uint8_t>(value); }
 
-    Scratch<std::uint8_t> units_;  // every cell in its stored form
-    Scratch<std::uint8_t>
-        stored_;  // as long as the groups can become: a control byte and a pixel or more each
+    /// As long as the groups can become: a control byte and a pixel or more each.
+    Scratch<std::uint8_t> stored_;
     std::size_t length_ = 0;
 };
 
@@ -186,7 +191,8 @@ class GroupWriter {
 template <typename Pixels>
 class GroupScan {
   public:
-    explicit GroupScan(const Cells& cells) : neighbours_(cells), last_(cells.Size() - 1), writer_(cells) {}
+    explicit GroupScan(const Cells& cells)
+        : neighbours_(cells), cells_(cells.Data()), last_(cells.Size() - 1), writer_(cells.Size()) {}
 
     Bytes Encode() {
         while (at_ < last_) {
@@ -214,27 +220,28 @@ class GroupScan {
     }
 
     void TakeRun(std::size_t run) {
-        writer_.Run(run, at_);
+        writer_.Run(run, cells_[at_]);
         at_ += run;
     }
 
     /// False when the literals met the end and closed the stream.
     bool TakeLiterals() {
         const std::size_t count = LiteralLength();
-        writer_.Literals(at_, count);
+        writer_.Literals(cells_ + at_, count);
         at_ += count;
         const bool closes = count < kLongestGroup && at_ + 1 == last_;
-        if (closes) writer_.Append(last_, 1);
+        if (closes) writer_.Append(cells_[last_]);
         return !closes;
     }
 
     /// Kept: the closing run counts one more than the cells it was found for.
     Bytes CloseRun(std::size_t run) {
-        writer_.Run(run + 1, at_);
+        writer_.Run(run + 1, cells_[at_]);
         return writer_.Take();
     }
 
     const Neighbours neighbours_;
+    const Cell* const cells_;
     const std::size_t last_;
     GroupWriter<Pixels> writer_;
     std::size_t at_ = 0;

@@ -27,10 +27,10 @@ constexpr auto kCellsOfBits = Tabulate<256>([](int value) {
 /// ramp::Scale from 31 and from 63 to 255, in multiplications that fit 16 bits so that the compiler can take
 /// eight pixels at once. PixelFormats_test compares every value.
 constexpr std::uint16_t Wide5(unsigned value) {
-    return static_cast<std::uint16_t>((value * 527U + 23U) >> 6);
+    return static_cast<std::uint16_t>(static_cast<std::uint16_t>(value * 527U + 23U) >> 6);
 }
 constexpr std::uint16_t Wide6(unsigned value) {
-    return static_cast<std::uint16_t>((value * 259U + 33U) >> 6);
+    return static_cast<std::uint16_t>(static_cast<std::uint16_t>(value * 259U + 33U) >> 6);
 }
 
 /// ramp::Scale from 255 to 3, 7, 31 and 63, likewise.
@@ -86,7 +86,11 @@ void Pixels8::Quantise(const Cell* cells, std::uint8_t* __restrict stored, std::
 }
 
 void Pixels12::Expand(const std::uint8_t* stored, Cell* cells, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) cells[i] = ExpandOne(WordAt(stored, i));
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t word = WordAt(stored, i);
+        const std::uint32_t apart = (word >> 8 & 0x0FU) | (word << 4 & 0x0F00U) | (word << 16 & 0x0F0000U);
+        StoreCellNumber(cells + i, word == kTransparent ? kMarkerNumber : apart | apart << 4);
+    }
 }
 
 void Pixels16::Expand(const std::uint8_t* stored, Cell* cells, std::size_t count) {

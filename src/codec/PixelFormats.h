@@ -1,8 +1,8 @@
 #pragma once
 
 /// The phone's stored pixels, and their way to a Cell and back. One struct a format, all of one shape: the
-/// bytes a pixel takes, Expand (stored bytes to cells) and, where the encoder writes the format, Quantise
-/// (cells to stored bytes). Layouts: docs/formats/phone-pictures.md.
+/// bytes a pixel takes, those bytes as one number, Expand (stored bytes to cells) and, where the encoder
+/// writes the format, Quantise (cells to stored bytes). Layouts: docs/formats/phone-pictures.md.
 
 #include <array>
 #include <bit>
@@ -25,6 +25,7 @@ constexpr int Scale(int value, int from, int to) {
 /// RGB 3-3-2 in one byte.
 struct Pixels8 {
     static constexpr std::size_t kBytes = 1;
+    using Unit = std::uint8_t;
     static constexpr std::uint8_t kTransparent = 0xC0;
 
     static constexpr Cell ExpandOne(std::uint8_t stored) {
@@ -48,14 +49,8 @@ struct Pixels8 {
 /// RGB 4-4-4 in a little-endian 16-bit word whose top four bits are ignored. Read only.
 struct Pixels12 {
     static constexpr std::size_t kBytes = 2;
+    using Unit = std::uint16_t;
     static constexpr std::uint16_t kTransparent = 0x0FFF;
-
-    static constexpr Cell ExpandOne(std::uint16_t stored) {
-        if (stored == kTransparent) return kTransparentMarker;
-        return {static_cast<std::uint8_t>((stored >> 8 & 15) * 17),
-                static_cast<std::uint8_t>((stored >> 4 & 15) * 17),
-                static_cast<std::uint8_t>((stored & 15) * 17), 0};
-    }
 
     static void Expand(const std::uint8_t* stored, Cell* cells, std::size_t count);
 };
@@ -63,14 +58,8 @@ struct Pixels12 {
 /// RGB 5-6-5 in a little-endian 16-bit word.
 struct Pixels16 {
     static constexpr std::size_t kBytes = 2;
+    using Unit = std::uint16_t;
     static constexpr std::uint16_t kTransparent = 0xE000;
-
-    static constexpr Cell ExpandOne(std::uint16_t stored) {
-        if (stored == kTransparent) return kTransparentMarker;
-        return {static_cast<std::uint8_t>(ramp::Scale(stored >> 11, 31, 255)),
-                static_cast<std::uint8_t>(ramp::Scale(stored >> 5 & 63, 63, 255)),
-                static_cast<std::uint8_t>(ramp::Scale(stored & 31, 31, 255)), 0};
-    }
 
     /// Kept: an ordinary colour that comes to 0xE000 reads back as transparent.
     static constexpr std::uint16_t QuantiseOne(const Cell& cell) {
@@ -86,6 +75,12 @@ struct Pixels16 {
 /// B, G, R, A bytes; called 24 bit throughout. No value is transparent: alpha is.
 struct Pixels24 {
     static constexpr std::size_t kBytes = 4;
+    using Unit = std::uint32_t;
+
+    static constexpr std::uint32_t QuantiseOne(const Cell& cell) {
+        return cell.b | static_cast<std::uint32_t>(cell.g) << 8 | static_cast<std::uint32_t>(cell.r) << 16 |
+               static_cast<std::uint32_t>(cell.a) << 24;
+    }
 
     static void Expand(const std::uint8_t* stored, Cell* cells, std::size_t count);
     static void Quantise(const Cell* cells, std::uint8_t* stored, std::size_t count);

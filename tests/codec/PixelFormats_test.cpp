@@ -124,6 +124,10 @@ TEST(Pixels16, ARowOfEveryLevelIsStoredAsOnePixelAtATimeWouldBe) {
     ExpectARowQuantisesAsOnePixelAtATime<Pixels16>();
 }
 
+TEST(Pixels24, ARowOfEveryLevelIsStoredAsOnePixelAtATimeWouldBe) {
+    ExpectARowQuantisesAsOnePixelAtATime<Pixels24>();
+}
+
 TEST(Pixels16, ALongRowIsTreatedAsOnePixelAtATimeWouldBe) {
     Bytes stored;
     for (unsigned value = 0; value < 65536; value += 7) {
@@ -133,6 +137,18 @@ TEST(Pixels16, ALongRowIsTreatedAsOnePixelAtATimeWouldBe) {
     std::vector<Cell> cells(stored.size() / 2);
     Pixels16::Expand(stored.data(), cells.data(), cells.size());
     for (unsigned i = 0; i < cells.size(); ++i) ASSERT_EQ(cells[i], Expanded<Pixels16>(7 * i));
+}
+
+TEST(Pixels12, ALongRowIsTreatedAsOnePixelAtATimeWouldBe) {
+    Bytes stored;
+    for (unsigned value = 0; value < 65536; ++value) {
+        stored.push_back(static_cast<std::uint8_t>(value));
+        stored.push_back(static_cast<std::uint8_t>(value >> 8));
+    }
+    std::vector<Cell> cells(stored.size() / 2);
+    Pixels12::Expand(stored.data(), cells.data(), cells.size());
+    for (unsigned i = 0; i < cells.size(); ++i)
+        ASSERT_EQ(cells[i], plain::Expand(12, {i & 255, i >> 8, 0, 0})) << i;
 }
 
 TEST(Pixels24, StoresBlueGreenRedAlphaAndHasNoTransparentValue) {

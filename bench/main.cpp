@@ -7,7 +7,9 @@
 #include <sys/utsname.h>
 #include <thread>
 
+#include "Peers.h"
 #include "Timing.h"
+#include "Tools.h"
 #include "codec/PictureDecoder.h"
 #include "codec/PictureEncoder.h"
 #include "core/PictureTable.h"
@@ -17,26 +19,7 @@ namespace pictavo::bench {
 
 namespace {
 
-constexpr int kRounds = 9;
-const std::string kCli = std::string(PICTAVO_BIN_DIR) + "/pictavo-cli";
 const std::string kWindow = std::string(PICTAVO_BIN_DIR) + "/pictavo-bench-window";
-const std::string kSample = std::string(PICTAVO_BIN_DIR) + "/pictavo-sample";
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "%s failed\n", what);
-    std::exit(1);
-}
-
-/// Made by another process: what a program has used at most counts for the programs that it starts as well.
-std::filesystem::path MakeFlash(const std::filesystem::path& folder, const char* name,
-                                const std::vector<std::string>& options) {
-    const auto path = folder / name;
-    std::vector<std::string> command{kSample, "--size", "128", "-o", path};
-    command.insert(command.end(), options.begin(), options.end());
-    RunProgram(command);
-    return path;
-}
 
 /// A flash with its rows, open.
 struct OpenFlash {
@@ -71,15 +54,6 @@ std::size_t DecodeAll(const OpenFlash& flash, Picture& picture) {
     return bytes;
 }
 
-bool PrintMemory(const std::string& what, long used, long peer) {
-    constexpr long kBound = 8 * 1024;
-    const bool holds = used - peer <= kBound;
-    std::printf("%-58s %9.2f MiB %8.2f MiB   more by %5.2f  bound %6.2f  %s\n", what.c_str(),
-                static_cast<double>(used) / 1024, static_cast<double>(peer) / 1024,
-                static_cast<double>(used - peer) / 1024, kBound / 1024.0, holds ? "holds" : "MISSED");
-    return holds;
-}
-
 bool BenchList(const std::filesystem::path& folder) {
     const auto flash = MakeFlash(folder, "large.bin", {"--kind", "el71", "--pictures", "2500"});
     const auto list = [&] { return RunProgram({kCli, "list", flash}); };
@@ -87,10 +61,6 @@ bool BenchList(const std::filesystem::path& folder) {
     const bool isSmall = PrintMemory("list, peak memory : --version", list(), version());
     const auto comparison = Compare(2 * kRounds, {{}, list}, {{}, version});
     return Print("list of 2500 rows in 128 MiB : --version", comparison, 1.5) && isSmall;
-}
-
-std::filesystem::path FlashOf2000(const std::filesystem::path& folder) {
-    return MakeFlash(folder, "many.bin", {"--pictures", "2000"});
 }
 
 /// The peer copies each picture's raster bytes, in rows, from where all decoded pictures lie together.
@@ -162,12 +132,15 @@ bool BenchEncode(const std::filesystem::path& folder) {
 
 bool BenchExport(const std::filesystem::path& folder) {
     const auto flash = FlashOf2000(folder);
-    const std::string out = folder / "out";
-    const std::string copy = folder / "copy";
-    const auto clear = [](const std::string& path) { std::filesystem::remove_all(path); };
-    const auto work = [&] { RunProgram({kCli, "export", flash, "-o", out, "--format", "bmp"}); };
-    const auto peer = [&] { RunProgram({"cp", "-r", out, copy}); };
-    const auto comparison = Compare(kRounds, {[&] { clear(out); }, work}, {[&] { clear(copy); }, peer});
+    const auto exportTo = [&](const std::string& out) {
+        RunProgram({kCli, "export", flash, "-o", out, "--format", "bmp"});
+    };
+    const std::string exported = Fresh(folder);
+    exportTo(exported);
+    const auto comparison = Compare(kRounds, {{}, [&] { exportTo(Fresh(folder)); }},
+                                    {{}, [&] {
+                                         RunProgram({"cp", "-r", exported, Fresh(folder)});
+                                     }});
     return Print("export of 2000 pictures as bmp : cp -r of the folder", comparison, 1.3);
 }
 
@@ -209,12 +182,12 @@ bool BenchKeys(const std::filesystem::path& folder) {
 
 bool BenchBmps(const std::filesystem::path& folder) {
     const auto flash = FlashOf2000(folder);
-    const std::string out = folder / "out";
-    const auto clear = [&] { std::filesystem::remove_all(out); };
     std::vector<double> window;
-    const auto save = [&] { window.push_back(NumbersOf({kWindow, "bmps", flash, out})[0] / 1000); };
-    const auto exportAll = [&] { RunProgram({kCli, "export", flash, "-o", out, "--format", "bmp"}); };
-    Comparison comparison = Compare(kRounds, {clear, save}, {clear, exportAll});
+    const auto save = [&] { window.push_back(NumbersOf({kWindow, "bmps", flash, Fresh(folder)})[0] / 1000); };
+    const auto exportAll = [&] {
+        RunProgram({kCli, "export", flash, "-o", Fresh(folder), "--format", "bmp"});
+    };
+    Comparison comparison = Compare(kRounds, {{}, save}, {{}, exportAll});
     std::nth_element(window.begin(), window.begin() + kRounds / 2, window.end());
     comparison.work = window[kRounds / 2];  // without the start of the window's program
     return Print("Save as BMPs of 2000 pictures in the window : export", comparison, 1.3);
@@ -227,9 +200,11 @@ void PrintMachine() {
                 name.release, name.machine, std::thread::hardware_concurrency(), kRounds);
 }
 
-/// list comes first: later ones make this process large.
+/// list and carve come first: later ones make this process large.
 constexpr std::pair<std::string_view, bool (*)(const std::filesystem::path& folder)> kBenchmarks[] = {
     {"list", BenchList},
+    {"carve", BenchCarve},
+    {"gpn", BenchGpn},
     {"decode", BenchDecode},
     {"encode", BenchEncode},
     {"export", BenchExport},

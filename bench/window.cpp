@@ -3,8 +3,7 @@
 ///   empty                 shows an empty main window of the same size, and ends when it is painted
 ///   open FLASH FOLDER     shows the window with the flash open, and ends when its first picture is painted
 ///   keys FLASH            prints the milliseconds from an arrow key to the painted picture, at X4, and
-///   beside
-///                         them those of painting a ready pixmap
+///                         those of painting a ready pixmap
 ///   bmps FLASH FOLDER     prints the milliseconds that "Save as BMPs" takes
 
 #include <QAction>

@@ -37,10 +37,10 @@ struct LanguageTable {
     std::string str_Def;
     std::string str_AdZ;
     std::string str_HfN;
-    std::string str_RpitLarge;   ///< a rebuilt table that does not fit
+    std::string str_RpitLarge;   ///< a rebuilt picture block that does not fit
     std::string str_MultFFound;  ///< more than one file on the command line
 
-    // Captions that messages and titles are made with; these have a text of their own.
+    // Captions that messages and titles can be made with; these have a text of their own.
     std::string cap_mnFileR = "File";
     std::string cap_mnSBMP = "Save as BMP";
     std::string cap_mnSGPF = "Save as GPF";

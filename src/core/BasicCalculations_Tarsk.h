@@ -23,8 +23,8 @@ Bytes HexToBytes(std::string_view hex, bool reverse);
 
 /// The number that the leading hexadecimal digits of `hex` form; 0 without any. Kept: the reading is signed,
 /// and the count of digits decides the size: up to four digits are a 16-bit number (FFFF is -1), five to
-/// eight a 32-bit one (0FFFF is 65535, FFFFFFFF is -1). More than eight digits fail with Overflow. Flash
-/// offsets therefore always pass through here as seven digits.
+/// eight a 32-bit one (0FFFF is 65535, FFFFFFFF is -1). More than eight digits fail with Overflow.
+/// Offsets therefore stay numbers beside the texts that are shown of them.
 Result<std::int32_t> HexToNumber(std::string_view hex);
 
 /// The file offset of a little-endian phone address: its first four bytes with the top four bits cleared.

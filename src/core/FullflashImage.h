@@ -27,7 +27,7 @@ struct FullflashImage {
     std::string ManufN;    ///< up to sixteen characters, without the zero bytes that fill the field
     std::string platform;  ///< "SGold" or "New-SGold"
     std::string PITadr;    ///< position of the picture table as shown: hex, seven digits only on New-SGold
-    int picnum = 0;        ///< number of the last picture; see ReadPictureTable
+    int picnum = 0;        ///< number of the last picture; set with the rows, see PictureTable::endMet
 
     /// File offset of the picture table; nothing when the file ends before the pointer that leads to it. Kept
     /// beside PITadr because HexToNumber would read a short PITadr as a signed 16-bit number.

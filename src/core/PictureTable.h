@@ -40,8 +40,8 @@ std::string ColumnText(const PictureRecord& record, Column column);
 struct PictureTable {
     std::vector<PictureRecord> rows;
 
-    /// False when the reading came to the most records there can be without meeting an invalid one; `picnum`
-    /// then keeps the value it had before, which is the program's rule.
+    /// False when the reading came to the most records there can be without meeting an invalid one. Kept: who
+    /// opens the flash then leaves `picnum` as it was.
     bool endMet = false;
 };
 

@@ -24,7 +24,7 @@ enum class ErrorKind {
     Malformed,         ///< a field of the file, or a text, does not hold what it must
     NotSupported,      ///< the format can not hold this picture
     OneBitCompressed,  ///< compressed 1-bit pictures are not written
-    TooLarge,          ///< the picture does not fit into the Raster
+    TooLarge,          ///< the picture does not fit into the Raster, or its file into memory
     PngTooLarge,       ///< a new PNG file does not fit into the place of the old one
     BadBitDepth,       ///< the type code names no bit depth
     ConverterMissing,  ///< the converter that the settings name does not exist
@@ -34,8 +34,8 @@ enum class ErrorKind {
     BlockTooLarge,     ///< a rebuilt picture block passes the start of the old last picture
     EmptyBlock,        ///< the table or picture block would hold nothing
     SourceMissing,     ///< no source file exists for a picture
-    NoSuchPicture,     ///< the flash has no picture of that number
-    Overflow,          ///< a number leaves the range of its type
+    NoSuchPicture,     ///< the flash has no picture of that number, or no picture is shown
+    Overflow,          ///< a number, a line or a count is beyond its limit
     Stopped,           ///< the user stopped the work
 };
 

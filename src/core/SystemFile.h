@@ -1,7 +1,7 @@
 #pragma once
 
-/// The operating system's calls on files, one function each. ByteSource and OutputFile are built on them;
-/// nothing else calls them.
+/// The operating system's calls on files and folders, one function each: what ByteSource and OutputFile, the
+/// test for missing files and the folders of temporary files are built on.
 
 #include <filesystem>
 #include <optional>

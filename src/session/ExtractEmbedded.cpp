@@ -16,8 +16,8 @@ std::string NameOf(const FileRange& found, const EmbeddedKind& kind) {
 
 /// True when the file was written, false when its overwrite was declined.
 Result<bool> WriteFound(const Session& session, Ports& ports, const ByteSource& source,
-                        const FileRange& found, const std::filesystem::path& path) {
-    PICTAVO_TRY(auto output, ExtractedFile::Begin(session, ports, path, source.Path()));
+                        const FileRange& found, TargetFolder& folder, const std::string& name) {
+    PICTAVO_TRY(auto output, ExtractedFile::Begin(session, ports, folder, name, source.Path()));
     if (!output) return false;
     PICTAVO_TRY(CopyRange(source, found.begin, found.Length(), output->file));
     PICTAVO_TRY(output->file.Commit(output->mode));
@@ -25,10 +25,10 @@ Result<bool> WriteFound(const Session& session, Ports& ports, const ByteSource& 
 }
 
 Outcome Carve(const Session& session, Ports& ports, const EmbeddedKind& kind, const ByteSource& source,
-              const std::filesystem::path& folder) {
+              TargetFolder& folder) {
     Outcome outcome;
     const auto take = [&](const FileRange& found) {
-        const auto written = WriteFound(session, ports, source, found, folder / NameOf(found, kind));
+        const auto written = WriteFound(session, ports, source, found, folder, NameOf(found, kind));
         if (!written) outcome.problems.push_back({written.error(), std::nullopt});
         if (written && *written) ++outcome.written;
     };
@@ -52,8 +52,9 @@ Outcome ExtractEmbeddedTo(Session& session, Ports& ports, const EmbeddedKind& ki
                           const std::filesystem::path& source, const std::filesystem::path& folder) {
     const auto file = FileSource::Open(source);
     if (!file) return Refuse(session, ports, file.error());
-    if (const Status made = EnsureFolder(folder); !made) return Refuse(session, ports, made.error());
-    Outcome outcome = Carve(session, ports, kind, **file, folder);
+    auto targets = TargetFolder::Open(folder);
+    if (!targets) return Refuse(session, ports, targets.error());
+    Outcome outcome = Carve(session, ports, kind, **file, *targets);
     TellProblems(ports, outcome);
     if (!WasStopped(outcome)) ports.prompts.Tell(CountedCompletion(session.texts, outcome.written));
     return outcome;

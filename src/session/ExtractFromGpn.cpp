@@ -12,8 +12,7 @@ namespace {
 /// One picture after the other; the last one's file stays open, since what follows may be appended to it.
 class GpnExtraction {
   public:
-    GpnExtraction(const Session& session, Ports& ports, const ByteSource& container,
-                  const std::filesystem::path& folder)
+    GpnExtraction(const Session& session, Ports& ports, const ByteSource& container, TargetFolder& folder)
         : session_(session), ports_(ports), container_(container), folder_(folder) {}
 
     Outcome Run(const std::vector<GpnPicture>& pictures) {
@@ -34,18 +33,18 @@ class GpnExtraction {
     }
 
     Status Take(const GpnPicture& picture) {
-        const std::string name = NumberName(session_.settings, picture.number);
-        const auto path = folder_ / (name + (picture.isGPF2 ? ".gpf2" : ".gpf"));
-        const bool isOpenFile = open_ && open_->path == path;
-        PICTAVO_TRY(const bool mayWrite, isOpenFile ? MayReplaceOpenFile() : Begin(path));
+        const std::string number = NumberName(session_.settings, picture.number);
+        const std::string name = number + (picture.isGPF2 ? ".gpf2" : ".gpf");
+        const bool isOpenFile = open_ && open_->path == folder_.PathOf(name);
+        PICTAVO_TRY(const bool mayWrite, isOpenFile ? MayReplaceOpenFile() : Begin(name));
         number_ = mayWrite ? picture.number : number_;
         const std::uint64_t begin = picture.place.begin + (mayWrite ? 0 : kGpnHead);
         return Append({std::min(begin, picture.place.end), picture.place.end});
     }
 
     /// The file before is done with when the next one may be written, and only then.
-    Result<bool> Begin(const std::filesystem::path& path) {
-        auto begun = ExtractedFile::Begin(session_, ports_, path, container_.Path());
+    Result<bool> Begin(const std::string& name) {
+        auto begun = ExtractedFile::Begin(session_, ports_, folder_, name, container_.Path());
         if (begun && !*begun) return false;
         Finish();
         if (!begun) return Failure(begun.error());
@@ -83,7 +82,7 @@ class GpnExtraction {
     const Session& session_;
     Ports& ports_;
     const ByteSource& container_;
-    const std::filesystem::path& folder_;
+    TargetFolder& folder_;
     std::optional<ExtractedFile> open_;
     int number_ = 0;  // of the picture whose file is open
     Outcome outcome_;
@@ -111,8 +110,9 @@ Outcome ExtractFromGpnTo(Session& session, Ports& ports, const std::filesystem::
     const auto pictures = ReadGpn(**source);
     if (!pictures) return Refuse(session, ports, pictures.error());
     if (pictures->empty()) return RefuseKind(session, ports, container);
-    if (const Status made = EnsureFolder(folder); !made) return Refuse(session, ports, made.error());
-    Outcome outcome = GpnExtraction(session, ports, **source, folder).Run(*pictures);
+    auto targets = TargetFolder::Open(folder);
+    if (!targets) return Refuse(session, ports, targets.error());
+    Outcome outcome = GpnExtraction(session, ports, **source, *targets).Run(*pictures);
     TellBatchEnd(session, ports, outcome);
     return outcome;
 }

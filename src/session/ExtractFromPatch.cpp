@@ -36,8 +36,7 @@ struct Target {
 
 class PatchExtraction {
   public:
-    PatchExtraction(const Session& session, Ports& ports, const ByteSource& patch,
-                    const std::filesystem::path& folder)
+    PatchExtraction(const Session& session, Ports& ports, const ByteSource& patch, TargetFolder& folder)
         : session_(session), ports_(ports), patch_(patch), folder_(folder), sections_(patch) {}
 
     Outcome Run() {
@@ -88,8 +87,7 @@ class PatchExtraction {
     }
 
     Status Take(const Target& target) {
-        PICTAVO_TRY(auto output,
-                    ExtractedFile::Begin(session_, ports_, folder_ / PathOf(target.name), patch_.Path()));
+        PICTAVO_TRY(auto output, ExtractedFile::Begin(session_, ports_, folder_, target.name, patch_.Path()));
         if (!output) return {};
         PICTAVO_TRY(WriteSection(target, output->file));
         PICTAVO_TRY(output->file.Commit(output->mode));
@@ -118,7 +116,7 @@ class PatchExtraction {
     const Session& session_;
     Ports& ports_;
     const ByteSource& patch_;
-    const std::filesystem::path& folder_;
+    TargetFolder& folder_;
     PatchSectionReader sections_;
     Outcome outcome_;
 };
@@ -136,8 +134,9 @@ Outcome ExtractFromPatchTo(Session& session, Ports& ports, const std::filesystem
                            const std::filesystem::path& folder) {
     const auto source = FileSource::Open(patch);
     if (!source) return Refuse(session, ports, source.error());
-    if (const Status made = EnsureFolder(folder); !made) return Refuse(session, ports, made.error());
-    Outcome outcome = PatchExtraction(session, ports, **source, folder).Run();
+    auto targets = TargetFolder::Open(folder);
+    if (!targets) return Refuse(session, ports, targets.error());
+    Outcome outcome = PatchExtraction(session, ports, **source, *targets).Run();
     TellBatchEnd(session, ports, outcome);
     return outcome;
 }

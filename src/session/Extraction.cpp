@@ -2,7 +2,6 @@
 
 #include "core/BasicCalculations_Tarsk.h"
 #include "session/Report.h"
-#include "session/Targets.h"
 
 namespace pictavo {
 
@@ -18,12 +17,12 @@ Outcome ChooseAndExtract(const Session& session, Ports& ports, std::vector<FileF
 }
 
 Result<std::optional<ExtractedFile>> ExtractedFile::Begin(const Session& session, Ports& ports,
-                                                          const std::filesystem::path& path,
+                                                          TargetFolder& folder, const std::string& name,
                                                           const std::filesystem::path& source) {
-    PICTAVO_TRY(const auto mode, AskTarget(session, ports, path, {source}));
+    PICTAVO_TRY(const auto mode, folder.Ask(session, ports, name, {source}));
     if (!mode) return std::optional<ExtractedFile>();
-    PICTAVO_TRY(OutputFile file, OutputFile::Create(path));
-    return std::optional<ExtractedFile>(ExtractedFile{path, std::move(file), *mode});
+    PICTAVO_TRY(OutputFile file, OutputFile::Create(folder.PathOf(name)));
+    return std::optional<ExtractedFile>(ExtractedFile{folder.PathOf(name), std::move(file), *mode});
 }
 
 bool TellPosition(Ports& ports, std::uint64_t position, const ByteSource& source) {

@@ -9,6 +9,7 @@
 #include "session/Messages.h"
 #include "session/Outcome.h"
 #include "session/Session.h"
+#include "session/Targets.h"
 
 namespace pictavo {
 
@@ -26,10 +27,10 @@ struct ExtractedFile {
     OutputFile file;
     CommitMode mode;
 
-    /// Asks whether `path` may be written; nothing when that was declined. Fails as AskTarget and
-    /// OutputFile::Create do.
+    /// Asks whether the file of this name may be written; nothing when that was declined. Fails as AskTarget
+    /// and OutputFile::Create do.
     static Result<std::optional<ExtractedFile>> Begin(const Session& session, Ports& ports,
-                                                      const std::filesystem::path& path,
+                                                      TargetFolder& folder, const std::string& name,
                                                       const std::filesystem::path& source);
 };
 

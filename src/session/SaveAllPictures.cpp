@@ -76,23 +76,24 @@ Result<Bytes> ComposeFile(const Session& session, Ports& ports, std::size_t inde
 }
 
 /// Writes the row's file, unless its overwrite is declined; how many files were written.
-Result<std::size_t> SaveRow(Session& session, Ports& ports, std::size_t index, const Batch& batch) {
-    const std::string name = NumberName(session.settings, session.rows[index].number);
-    const std::filesystem::path target = batch.folder / (name + ExtensionOf(batch.format));
-    PICTAVO_TRY(const auto mode, AskTarget(session, ports, target));
+Result<std::size_t> SaveRow(Session& session, Ports& ports, std::size_t index, BatchFormat format,
+                            TargetFolder& folder) {
+    const std::string name = NumberName(session.settings, session.rows[index].number) + ExtensionOf(format);
+    PICTAVO_TRY(const auto mode, folder.Ask(session, ports, name));
     if (!mode) return 0U;
-    PICTAVO_TRY(const Bytes file, ComposeFile(session, ports, index, batch.format));
-    PICTAVO_TRY(WriteWholeFile(target, file, *mode));
+    PICTAVO_TRY(const Bytes file, ComposeFile(session, ports, index, format));
+    PICTAVO_TRY(WriteWholeFile(folder.PathOf(name), file, *mode));
     return 1U;
 }
 
-void SaveRowInto(Session& session, Ports& ports, std::size_t index, const Batch& batch, Outcome& outcome) {
+void SaveRowInto(Session& session, Ports& ports, std::size_t index, BatchFormat format, TargetFolder& folder,
+                 Outcome& outcome) {
     const int number = session.rows[index].number;
     const auto note = [&](const Error& error) { outcome.problems.push_back({error, number}); };
     if (const Status shown = ShowRow(session, index); !shown) return note(shown.error());
     const auto incomplete = IncompleteError(session.shown, session.flash.source->Path());
     if (incomplete) note(*incomplete);
-    const auto written = SaveRow(session, ports, index, batch);
+    const auto written = SaveRow(session, ports, index, format, folder);
     if (!written) return note(written.error());
     outcome.written += *written;
 }
@@ -102,10 +103,11 @@ bool IsMeant(const Batch& batch, int number) {
 }
 
 /// All rows that are meant, until the user stops it.
-Outcome SaveRows(Session& session, Ports& ports, const Batch& batch) {
+Outcome SaveRows(Session& session, Ports& ports, const Batch& batch, TargetFolder& folder) {
     Outcome outcome;
     for (std::size_t index = 0; index < session.rows.size(); ++index) {
-        if (IsMeant(batch, session.rows[index].number)) SaveRowInto(session, ports, index, batch, outcome);
+        if (IsMeant(batch, session.rows[index].number))
+            SaveRowInto(session, ports, index, batch.format, folder, outcome);
         const double percent =
             100.0 * static_cast<double>(index + 1) / static_cast<double>(session.rows.size());
         if (ports.progress.At(percent)) continue;
@@ -121,9 +123,9 @@ Outcome SavePictures(Session& session, Ports& ports, const Batch& batch) {
     if (batch.format == BatchFormat::Png)
         if (const Status converter = CheckConverter(session); !converter)
             return Refuse(session, ports, converter.error());
-    if (const Status folder = EnsureFolder(batch.folder); !folder)
-        return Refuse(session, ports, folder.error());
-    Outcome outcome = SaveRows(session, ports, batch);
+    auto folder = TargetFolder::Open(batch.folder);
+    if (!folder) return Refuse(session, ports, folder.error());
+    Outcome outcome = SaveRows(session, ports, batch, *folder);
     if (batch.format == BatchFormat::Png) RemovePngTemporaries(session);
     TellBatchEnd(session, ports, outcome);
     return outcome;

@@ -36,4 +36,23 @@ Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports
     return std::optional<CommitMode>();
 }
 
+Result<TargetFolder> TargetFolder::Open(const std::filesystem::path& path) {
+    PICTAVO_TRY(EnsureFolder(path));
+    TargetFolder folder(path);
+    std::error_code error;
+    folder.wasEmpty_ = std::filesystem::is_empty(path, error) && !error;
+    return folder;
+}
+
+std::filesystem::path TargetFolder::PathOf(const std::string& name) const {
+    return path_ / pictavo::PathOf(name);
+}
+
+Result<std::optional<CommitMode>> TargetFolder::Ask(const Session& session, Ports& ports,
+                                                    const std::string& name, const Inputs& inputs) {
+    const bool isNew = asked_.insert(name).second;
+    if (wasEmpty_ && isNew) return std::optional(CommitMode::KeepExisting);
+    return AskTarget(session, ports, PathOf(name), inputs);
+}
+
 }  // namespace pictavo

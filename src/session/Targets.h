@@ -3,6 +3,8 @@
 /// What every command that writes files asks first: may this name be written, and is a file of it to be
 /// replaced?
 
+#include <set>
+
 #include "core/OutputFile.h"
 #include "session/Ports.h"
 #include "session/Session.h"
@@ -17,5 +19,27 @@ using Inputs = std::vector<std::filesystem::path>;
 /// through a link, and with WriteFailed when it is neither a regular file nor a link.
 Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports,
                                             const std::filesystem::path& path, const Inputs& inputs = {});
+
+/// A folder that a batch writes many files into.
+class TargetFolder {
+  public:
+    /// Makes the folder when it is missing. Fails with WriteFailed.
+    static Result<TargetFolder> Open(const std::filesystem::path& path);
+
+    /// The file of this name, which is UTF-8.
+    std::filesystem::path PathOf(const std::string& name) const;
+
+    /// AskTarget for the file of this name. In a folder that was empty at first only a name that comes again
+    /// is looked up; a file that another program made meanwhile stays, and CommitMode::KeepExisting fails.
+    Result<std::optional<CommitMode>> Ask(const Session& session, Ports& ports, const std::string& name,
+                                          const Inputs& inputs = {});
+
+  private:
+    explicit TargetFolder(std::filesystem::path path) : path_(std::move(path)) {}
+
+    std::filesystem::path path_;
+    bool wasEmpty_ = false;
+    std::set<std::string> asked_;
+};
 
 }  // namespace pictavo

@@ -5,7 +5,7 @@
 namespace pictavo {
 
 std::string AboutText(const LanguageTable& texts) {
-    const std::string credit = std::string("Pictavo v") + kVersion + ", by the Pictavo developers";
+    const std::string credit = std::string(kCaption) + ", by the Pictavo developers";
     return credit + "\rEdits the pictures in the firmware of Siemens mobile phones\r\r" + texts.str_tnx +
            ":\rall who took these phones apart and wrote down what they found\r\r" +
            "The manual is ReadMe.txt, the file formats are described in docs/formats\r" +

@@ -28,7 +28,7 @@ namespace {
 constexpr QRgb kBackground = 0xFFFFFFFF;
 
 QString Title(const FullflashImage& flash) {
-    const QString caption = QString("Pictavo v") + kVersion;
+    const QString caption = QString(kCaption);
     return flash.IsOpen() ? QtPath(flash.source->Path().filename()) + " - " + caption : caption;
 }
 

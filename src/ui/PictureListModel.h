@@ -17,7 +17,8 @@ class PictureListModel final : public QAbstractTableModel {
     Q_OBJECT
 
   public:
-    /// Kept: each row has a seventh sub-item, of one zero byte, in a column that is never shown.
+    /// Kept: each row has one sub-item more than columns are shown, of one zero byte, in a column that is
+    /// never shown.
     static constexpr int kHiddenColumn = static_cast<int>(kColumns.size());
     static constexpr int kColumnCount = kHiddenColumn + 1;
 

@@ -60,5 +60,46 @@ TEST_F(TargetsTest, TheFlashAndEachInputAreRefusedWithoutAQuestionAlsoThroughALi
     }
 }
 
+TEST_F(TargetsTest, AFolderThatIsMissingIsMade) {
+    ASSERT_TRUE(TargetFolder::Open(temp / "a" / "b"));
+    EXPECT_TRUE(std::filesystem::is_directory(temp / "a" / "b"));
+    WriteFile(temp / "file", std::string("no folder"));
+    const auto folder = TargetFolder::Open(temp / "file");
+    ASSERT_FALSE(folder);
+    EXPECT_EQ(folder.error().kind, ErrorKind::WriteFailed);
+}
+
+TEST_F(TargetsTest, InAFolderThatWasEmptyANameThatComesAgainIsAskedFor) {
+    auto folder = TargetFolder::Open(temp / "out");
+    ASSERT_TRUE(folder);
+    EXPECT_EQ(folder->Ask(session, scripted.ports, "a").value(), CommitMode::KeepExisting);
+    WriteFile(folder->PathOf("a"), std::string("written"));
+    EXPECT_EQ(folder->Ask(session, scripted.ports, "b").value(), CommitMode::KeepExisting);
+    scripted.prompts.Expect(Asked::Overwrite, true);
+    EXPECT_EQ(folder->Ask(session, scripted.ports, "a").value(), CommitMode::Replace);
+}
+
+TEST_F(TargetsTest, InAFolderThatHoldsSomethingEveryNameIsLookedUp) {
+    std::filesystem::create_directory(temp / "out");
+    WriteFile(temp / "out" / "old", std::string("old"));
+    auto folder = TargetFolder::Open(temp / "out");
+    ASSERT_TRUE(folder);
+    scripted.prompts.Expect(Asked::Overwrite, false);
+    EXPECT_EQ(folder->Ask(session, scripted.ports, "old").value(), std::nullopt);
+    EXPECT_EQ(folder->Ask(session, scripted.ports, "new").value(), CommitMode::KeepExisting);
+}
+
+TEST_F(TargetsTest, WhatAnotherProgramPutIntoAnEmptyFolderMeanwhileStays) {
+    auto folder = TargetFolder::Open(temp / "out");
+    ASSERT_TRUE(folder);
+    const auto target = WriteFile(folder->PathOf("a"), std::string("another's"));
+    const auto mode = folder->Ask(session, scripted.ports, "a");
+    ASSERT_TRUE(mode && *mode);
+    const Status written = WriteWholeFile(target, AsBytes("ours"), **mode);
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().kind, ErrorKind::FileExists);
+    EXPECT_EQ(ReadText(target), "another's");
+}
+
 }  // namespace
 }  // namespace pictavo::tests

@@ -67,7 +67,7 @@ class SessionFixture : public ::testing::Test {
         return WriteFile(temp / name, ComposeGpf(header, stored));
     }
 
-    /// Replaces a row by a drawing in an uncompressed type of `bits`.
+    /// Replaces a row by a drawing in the uncompressed twin of `compressedType`.
     void ReplaceBy(std::size_t row, const samples::Drawing& drawing, std::uint8_t compressedType) {
         const auto type = static_cast<std::uint8_t>(compressedType & 0x7F);
         const auto file = WriteGpf2("source.gpf2", drawing.width, drawing.height, type,

@@ -17,8 +17,8 @@ inline constexpr std::uint64_t kGpnBlock = 16;
 inline constexpr std::uint64_t kGpnHead = 2 * kGpnBlock;
 
 struct GpnPicture {
-    FileRange place;   ///< from its magic block to the next picture, or to the end of the container
-    int number = 0;    ///< Kept: signed, from -32768 to 32767
+    FileRange place;  ///< from its magic block to the next picture, or to the end of the container
+    int number = 0;   ///< Kept: signed, from -32768 to 32767
     bool isGPF2 = false;
 };
 

@@ -1,9 +1,8 @@
 #include "patch/PatchWriter.h"
 
-#include "patch/PatchLine.h"
-
 #include <gtest/gtest.h>
 
+#include "patch/PatchLine.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {

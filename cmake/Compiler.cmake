@@ -31,3 +31,13 @@ if(PICTAVO_SANITIZE)
                                                     -fno-omit-frame-pointer)
   target_link_options(pictavo_compiler INTERFACE -fsanitize=address,undefined)
 endif()
+
+# pictavo_little_optimised(TARGET): for code around large header-only libraries that gains nothing from optimising and
+# takes minutes to optimise: the parsing of command lines.
+function(pictavo_little_optimised target)
+  if(PICTAVO_SANITIZE)
+    target_compile_options(${target} PRIVATE -O0)
+  else()
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
+  endif()
+endfunction()

@@ -93,11 +93,9 @@ class PatchCommand final : public Command {
         if (replaced.end != Outcome::End::Done || WasStopped(replaced)) return front.Report(replaced);
         std::string pngLines;
         if (const Outcome changed = ChangePngs(run, pngLines); !changed.IsClean())
-            return front.Report(changed);
+            return front.Report(After(replaced, changed));
         PatchOutcome saved = SavePatchTo(run.session, run.ports, patch_);
-        saved.outcome.problems.insert(saved.outcome.problems.begin(), replaced.problems.begin(),
-                                      replaced.problems.end());
-        const int status = front.Report(saved.outcome);
+        const int status = front.Report(After(replaced, std::move(saved.outcome)));
         return std::max(front.Print(Lines(saved.sections) + pngLines), status);
     }
 
@@ -120,6 +118,12 @@ class PatchCommand final : public Command {
              !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
             if (HasPictureExtension(entry->path())) inputs.push_back(entry->path());
         return inputs;
+    }
+
+    /// Of pictures that could not be taken is told whatever comes later.
+    static Outcome After(const Outcome& replaced, Outcome later) {
+        later.problems.insert(later.problems.begin(), replaced.problems.begin(), replaced.problems.end());
+        return later;
     }
 
     Outcome ReplaceAll(cli::Run& run) const {

@@ -30,13 +30,6 @@ FileRange DataRange(const PatchSection& section) {
     return {section.offset, section.offset + section.row.picture->length};
 }
 
-/// What is known of a written section before moved ones have their places.
-std::vector<FileRange> RangesInPlace(const FullflashImage& flash, const PatchSection& section) {
-    if (!section.IsWritten()) return {};
-    if (section.placement == Placement::Moved) return {RecordRange(flash, section)};
-    return {RecordRange(flash, section), DataRange(section)};
-}
-
 bool TouchesAny(const std::vector<FileRange>& ranges, const std::vector<FileRange>& others) {
     return std::any_of(ranges.begin(), ranges.end(), [&](const FileRange& range) {
         return std::any_of(others.begin(), others.end(),
@@ -96,8 +89,9 @@ std::uint64_t RoomOf(const std::vector<PictureRecord>& rows, std::size_t index, 
     return next > own ? next - own : 0;
 }
 
-std::vector<FileRange> RangesOf(const FullflashImage& flash, const PatchSection& section) {
+std::vector<FileRange> RangesInPlace(const FullflashImage& flash, const PatchSection& section) {
     if (!section.IsWritten()) return {};
+    if (section.placement == Placement::Moved) return {RecordRange(flash, section)};
     return {RecordRange(flash, section), DataRange(section)};
 }
 

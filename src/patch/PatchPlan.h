@@ -52,8 +52,9 @@ struct PatchPlan {
 /// row has the length of its own old data, `lastLength`.
 std::uint64_t RoomOf(const std::vector<PictureRecord>& rows, std::size_t index, std::uint64_t lastLength);
 
-/// The bytes of the flash that a written section changes: of its table record, and of its data.
-std::vector<FileRange> RangesOf(const FullflashImage& flash, const PatchSection& section);
+/// The bytes of the flash that a written section changes wherever moved pictures go: of its table record, and
+/// of data that stay in place.
+std::vector<FileRange> RangesInPlace(const FullflashImage& flash, const PatchSection& section);
 
 /// Places the rows in their order. Flash that a section of this plan writes in place, places handed out
 /// before, and the ranges that the patch's PNG sections write, which are Merged, are not free. Fails with

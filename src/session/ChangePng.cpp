@@ -39,12 +39,13 @@ Status CheckIsPng(const ByteSource& file) {
     return Fail(ErrorKind::UnknownFile, file.Path(), "is no PNG file, or one cut short");
 }
 
-/// Pictures come first in a patch, so they keep their bytes.
+/// Pictures come first in a patch, so they keep their bytes. One that moves has none yet: it will find a
+/// place beside the PNG files.
 Status CheckMeetsNoPicture(const Session& session, const FileRange& range) {
     Outcome ignored;
     PICTAVO_TRY(const PatchPlan plan, PlanPendingPatch(session, ignored));
     for (const PatchSection& section : plan.sections)
-        for (const FileRange& written : RangesOf(session.flash, section))
+        for (const FileRange& written : RangesInPlace(session.flash, section))
             if (range.Touches(written))
                 return Fail(ErrorKind::Conflict, session.flash.source->Path(), range.begin,
                             "the replaced picture " + ColumnText(section.row.record, Column::Number) +

@@ -315,5 +315,100 @@ TEST_F(PatchTest, TheSameArgumentsGiveTheSameBytes) {
     EXPECT_EQ(ReadFile(NewPatch()), first);
 }
 
+/// PNG files of the flash that lie outside its table.
+class PatchPngTest : public PatchTest {
+  protected:
+    static Bytes Png(std::uint32_t seed, int side = 9) {
+        return samples::MakePng(samples::DrawIcon(side, side, seed), samples::PngColour::Rgb);
+    }
+
+    /// With PNG files of 12 x 12 pixels at 0x1C0000 and 0x1D0000.
+    static FlashBuilder FlashOfPngs() {
+        FlashBuilder flash = Flash();
+        return flash.Put(0x1C0000, Png(1, 12)).Put(0x1D0000, Png(2, 12));
+    }
+
+    static std::string LineOf(const std::string& name, const Bytes& png) {
+        return "png " + name + ": " + std::to_string(png.size()) + " bytes\n";
+    }
+};
+
+TEST_F(PatchPngTest, APngGoesToTheOffsetThatItsNameTells) {
+    const std::string flash = Write(FlashOfPngs());
+    const Bytes png = Png(3);
+    ExpectDone(Patch(flash, {"--png", Write("001C0000.png", png)}), LineOf("001C0000", png));
+    EXPECT_THAT(ReadText(NewPatch()),
+                HasSubstr("\r\n; ##### PNG Picture 001C0000 #####\r\n001C0000: 89504E47"));
+    ExpectDone(Cli({"check", NewPatch().string(), flash}));
+    ExpectDone(Cli({"apply", NewPatch().string(), flash, "-o", Path("copy.bin")}));
+    ExpectDone(Cli({"carve", "png", Path("copy.bin"), "-o", Path("out")}), "found 2\n");
+    EXPECT_EQ(ReadFile(temp / "out/001C0000.png"), png);
+    EXPECT_EQ(ReadFile(temp / "out/001D0000.png"), Png(2, 12));
+}
+
+TEST_F(PatchPngTest, SeveralStandInTheOrderGivenBehindThePictures) {
+    const Bytes one = Png(3);
+    const Bytes two = Png(4);
+    const Ended ended =
+        Patch(Write(FlashOfPngs()), {"--png", Write("1D0000.png", one), "--picture",
+                                     "0=" + WriteBmp("red.bmp", 4, 4), "--png", Write("1C0000.png", two)});
+    ExpectDone(ended, "picture 0000: 32 bytes at 00C0000, in place\n" + LineOf("1D0000", one) +
+                          LineOf("1C0000", two));
+    const std::string text = ReadText(NewPatch());
+    EXPECT_LT(text.find("; ##### Picture 0000 #####"), text.find("; ##### PNG Picture 1D0000 #####"));
+    EXPECT_LT(text.find("; ##### PNG Picture 1D0000 #####"), text.find("; ##### PNG Picture 1C0000 #####"));
+}
+
+TEST_F(PatchPngTest, GoesWithAFolderOfPicturesToo) {
+    std::filesystem::create_directory(temp / "in");
+    WriteBmp("in/0.bmp", 4, 4);
+    const Bytes png = Png(3);
+    ExpectDone(Patch(Write(FlashOfPngs()), {"--folder", Path("in"), "--png", Write("1C0000.png", png)}),
+               "picture 0000: 32 bytes at 00C0000, in place\n" + LineOf("1C0000", png));
+}
+
+TEST_F(PatchPngTest, OneThatCanNotBeTakenLeavesNoPatch) {
+    const std::string flash = Write(FlashOfPngs());
+    const std::string good = Write("1C0000.png", Png(3));
+    const auto refuse = [&](const std::string& path, const std::vector<std::string>& mentions) {
+        ExpectRefused(Patch(flash, {"--png", good, "--png", path}), mentions);
+        EXPECT_FALSE(std::filesystem::exists(NewPatch())) << path;
+    };
+    refuse(Path("1D0000.PNG"), {Path("1D0000.PNG"), "can not be opened"});
+    const std::string misnamed = Write("picture.png", Png(3));
+    refuse(misnamed, {misnamed, "is not named by the offset"});
+    refuse(Write("1D0001.png", Png(3)), {flash, "at 0x1D0001: no PNG file begins there"});
+    refuse(Write("1D0000.png", Png(3, 40)), {flash, "at 0x1D0000: Too large size!"});
+    const std::string noPng = Write("001D0000.png", std::string("text"));
+    refuse(noPng, {noPng, "is no PNG file"});
+}
+
+TEST_F(PatchPngTest, RowsOfTheFolderThatCouldNotBeTakenAreToldEvenThen) {
+    std::filesystem::create_directory(temp / "in");
+    const std::string broken = Write("in/0.gpf", std::string("no picture"));
+    const Ended ended = Patch(Write(FlashOfPngs()), {"--folder", Path("in"), "--png", Path("1C0000.png")});
+    EXPECT_EQ(ended.status, 1);
+    ASSERT_EQ(Lines(ended.err).size(), 2U);
+    EXPECT_THAT(Lines(ended.err)[0], HasSubstr("picture 0000: " + broken));
+    EXPECT_THAT(Lines(ended.err)[1], HasSubstr(Path("1C0000.png")));
+    EXPECT_FALSE(std::filesystem::exists(NewPatch()));
+}
+
+TEST_F(PatchPngTest, BytesThatAPictureOfThePatchWritesAreRefused) {
+    FlashBuilder builder = FlashOfPngs();
+    builder.AddPictureAt(0x1C0010, 4, 4, 0x05, Bytes(16, 0)).Put(0x1C0000, Png(1, 12));
+    const std::string flash = Write(builder);
+    const Ended ended = Patch(
+        flash, {"--picture", "4=" + WriteBmp("red.bmp", 4, 4) + "@8", "--png", Write("1C0000.png", Png(3))});
+    ExpectRefused(ended, {flash, "at 0x1C0000: the replaced picture 0004 writes the same bytes"});
+    EXPECT_FALSE(std::filesystem::exists(NewPatch()));
+}
+
+TEST_F(PatchPngTest, ThePngThatIsReadIsNoOutput) {
+    const std::string png = Write("1C0000.png", Png(3));
+    ExpectRefused(Cli({"patch", Write(FlashOfPngs()), "-o", png, "--png", png, "--overwrite"}),
+                  {png, "is read"});
+}
+
 }  // namespace
 }  // namespace pictavo::tests

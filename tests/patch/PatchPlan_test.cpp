@@ -166,5 +166,69 @@ TEST(PatchPlan, AnOldPlaceBeyondTheFlashIsNoHindranceToMoving) {
     ExpectSection(Plan(Flash({{0x200, 0x300}}), {Row(0, 0x2000, 0, 16)}), 0, Placement::Moved, 0x200);
 }
 
+/// The same with bytes that PNG sections of the patch write.
+PatchPlan PlanBeside(const FullflashImage& flash, std::vector<ReplacedRow> rows,
+                     const std::vector<FileRange>& pngRanges) {
+    const auto plan = PlanPatch(flash, std::move(rows), pngRanges);
+    EXPECT_TRUE(plan);
+    return plan.value_or(PatchPlan());
+}
+
+TEST(PatchPlan, APictureInPlaceThatTouchesAPngIsLeftOut) {
+    const FullflashImage flash = Flash({{0x200, 0x300}});
+    const auto placed = [&](const FileRange& png) {
+        return PlanBeside(flash, {Row(0, 0x800, 32, 32)}, {png}).sections.at(0).placement;
+    };
+    EXPECT_EQ(placed({0x81F, 0x900}), Placement::UnderPng);
+    EXPECT_EQ(placed({0x700, 0x801}), Placement::UnderPng);
+    EXPECT_EQ(placed({0x808, 0x809}), Placement::UnderPng);
+    EXPECT_EQ(placed({0x700, 0x900}), Placement::UnderPng);
+    EXPECT_EQ(placed({0x820, 0x900}), Placement::InPlace);
+    EXPECT_EQ(placed({0x700, 0x800}), Placement::InPlace);
+}
+
+TEST(PatchPlan, ARecordThatTouchesAPngLeavesEvenAMovedPictureOut) {
+    ReplacedRow row = Row(0, 0x800, 0, 16);
+    row.record.pitOffset = 0x400;
+    const FullflashImage flash = Flash({{0x200, 0x300}});
+    ExpectLeftOut(PlanBeside(flash, {row}, {{0x407, 0x500}}), 0, Placement::UnderPng);
+    ExpectSection(PlanBeside(flash, {row}, {{0x408, 0x500}}), 0, Placement::Moved, 0x200);
+}
+
+TEST(PatchPlan, TheOldPlaceOfAMovedPictureMayLieUnderAPng) {
+    const FullflashImage flash = Flash({{0x200, 0x300}});
+    ExpectSection(PlanBeside(flash, {Row(0, 0x800, 0, 16)}, {{0x7F0, 0x900}}), 0, Placement::Moved, 0x200);
+}
+
+TEST(PatchPlan, WhatAPngWritesIsNotFreeThoughItHoldsFF) {
+    const FullflashImage flash = Flash({{0x200, 0x300}});
+    const PatchPlan plan =
+        PlanBeside(flash, {Row(0, 0x800, 0, 16), Row(1, 0x810, 0, 16)}, {{0x200, 0x201}, {0x220, 0x241}});
+    ExpectSection(plan, 0, Placement::Moved, 0x210);
+    ExpectSection(plan, 1, Placement::Moved, 0x250);
+}
+
+TEST(PatchPlan, TheOthersOfAPlanWithAPictureUnderAPngAreWritten) {
+    const FullflashImage flash = Flash({{0x200, 0x300}});
+    const PatchPlan plan =
+        PlanBeside(flash, {Row(0, 0x800, 16, 16), Row(1, 0x900, 16, 16)}, {{0x800, 0x801}});
+    ExpectLeftOut(plan, 0, Placement::UnderPng);
+    ExpectSection(plan, 1, Placement::InPlace, 0x900);
+}
+
+TEST(PatchPlan, APictureInPlaceHoldsTheBytesOfItsRecordAndItsData) {
+    const FullflashImage flash = Flash({{0x200, 0x300}});
+    const PatchPlan plan = Plan(flash, {Row(3, 0x800, 32, 20)});
+    EXPECT_EQ(RangesInPlace(flash, plan.sections.at(0)),
+              (std::vector<FileRange>{{0x18, 0x20}, {0x800, 0x814}}));
+}
+
+TEST(PatchPlan, AMovedPictureHoldsOnlyItsRecordAndOneLeftOutNothing) {
+    const FullflashImage flash = Flash({{0x200, 0x300}});
+    const PatchPlan plan = Plan(flash, {Row(3, 0x800, 0, 20), {Record(4, 0x900), 16, std::nullopt}});
+    EXPECT_EQ(RangesInPlace(flash, plan.sections.at(0)), (std::vector<FileRange>{{0x18, 0x20}}));
+    EXPECT_TRUE(RangesInPlace(flash, plan.sections.at(1)).empty());
+}
+
 }  // namespace
 }  // namespace pictavo::tests

@@ -37,6 +37,21 @@ TEST(Names, AFilledNumberIsNeverCut) {
     EXPECT_EQ(NumberName(Naming(false, true), 12345), "12345");
 }
 
+TEST(Names, KeptANegativeNumberHasASignInDecimal) {
+    EXPECT_EQ(NumberName(Naming(false, false), -32768), "-32768");
+    EXPECT_EQ(NumberName(Naming(false, false), -1), "-1");
+}
+
+TEST(Names, KeptANegativeNumberIs8000ToFFFFInHexadecimal) {
+    EXPECT_EQ(NumberName(Naming(true, false), -32768), "8000");
+    EXPECT_EQ(NumberName(Naming(true, true), -1), "FFFF");
+}
+
+TEST(Names, KeptZerosAreFilledInBeforeTheSign) {
+    EXPECT_EQ(NumberName(Naming(false, true), -1), "00-1");
+    EXPECT_EQ(NumberName(Naming(false, true), -12345), "-12345");
+}
+
 TEST(Names, TrailingCharactersBelow41AreCutOff) {
     EXPECT_EQ(WithoutTail("Hello!"), "Hello");
     EXPECT_EQ(WithoutTail("a.gpf \t\r\n#$%&'("), "a.gpf");

@@ -402,5 +402,86 @@ TEST_F(SavePatchTest, TheFlashStaysUntouched) {
     ExpectFlashUntouched();
 }
 
+/// A PNG section that is pending beside replaced pictures.
+class PendingPngTest : public SavePatchTest {
+  protected:
+    /// Nothing but this line; the old bytes do not matter here.
+    void MakePending(const std::string& line) {
+        section = "\r\n; ##### PNG Picture 0 #####\r\n" + line + "\r\n";
+        WriteFile(session.workFiles.PngPatch(), section);
+        session.pngPatchPending = true;
+    }
+
+    /// Picture 0 was left out of the patch by name, and the PNG section stands in it.
+    void ExpectPictureRefused() {
+        EXPECT_EQ(BehindBanner(Save()), "\r\n; ##### Picture 0000 #####\r\n" + section);
+        EXPECT_EQ(outcome.end, Outcome::End::Done);
+        ASSERT_EQ(outcome.problems.size(), 1U);
+        EXPECT_EQ(outcome.problems[0].number, 0);
+        EXPECT_EQ(outcome.problems[0].error, (Error{ErrorKind::Conflict, flashPath, 0x180000, kReason}));
+        EXPECT_EQ(scripted.prompts.NoticeTexts(),
+                  (std::vector<std::string>{flashPath.string() + "\rat 0x180000: " + kReason, "Succes"}));
+        EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0000.gpf2"});
+        EXPECT_TRUE(session.savePatchEnabled);
+        EXPECT_FALSE(session.pngPatchPending);
+    }
+
+    static constexpr const char* kReason = "the pending PNG replacements write the same bytes";
+    std::string section;
+};
+
+TEST_F(PendingPngTest, APictureWhoseBytesItWritesTooIsRefusedByNameAndStaysPending) {
+    Open(TwoSquares());
+    MakePending("00180003: 11 22");
+    ReplaceByColour(0, 4, 1);
+    ExpectPictureRefused();
+}
+
+TEST_F(PendingPngTest, APictureWhoseRecordItWritesTooIsRefusedByNameAndStaysPending) {
+    Open(TwoSquares());
+    MakePending(PadZeros(UpperHex(session.rows[0].pitOffset + 7), 8, true) + ": A0 22");
+    ReplaceByColour(0, 4, 1);
+    ExpectPictureRefused();
+}
+
+TEST_F(PendingPngTest, TheRefusedPictureIsInTheNextPatch) {
+    Open(TwoSquares());
+    MakePending("00180003: 11 22");
+    ReplaceByColour(0, 4, 1);
+    Save();
+    std::filesystem::remove(patch);
+    EXPECT_NE(Save().find("\r\n00180000: 11111111 E0E0E0E0\r\n"), std::string::npos);
+    EXPECT_TRUE(outcome.IsClean());
+    EXPECT_FALSE(session.savePatchEnabled);
+}
+
+TEST_F(PendingPngTest, APictureBesideItIsWrittenAndTheSectionStandsBehind) {
+    Open(TwoSquares());
+    MakePending("00180004: 11 22");
+    ReplaceByColour(0, 4, 1);
+    const std::string text = Save();
+    EXPECT_TRUE(text.ends_with("\r\n00180000: 11111111 E0E0E0E0\r\n" + section));
+    EXPECT_TRUE(outcome.IsClean());
+}
+
+TEST_F(PendingPngTest, AMovedPictureKeepsClearOfWhatItWrites) {
+    Open(TwoSquares());
+    MakePending("0008F000: " + std::string(32, 'F') + " " + std::string(32, '7'));
+    ReplaceByColour(0, 17, 16);
+    EXPECT_NE(Save().find("\r\n0008F010: "), std::string::npos);
+    EXPECT_TRUE(outcome.IsClean());
+}
+
+TEST_F(PendingPngTest, OneThatIsGoneRefusesThePatchAndConsumesNothing) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 4, 1);
+    session.pngPatchPending = true;
+    outcome = SavePatchTo(session, scripted.ports, temp / "a.vkp").outcome;
+    EXPECT_EQ(outcome.end, Outcome::End::Refused);
+    EXPECT_EQ(outcome.problems.at(0).error.path, session.workFiles.PngPatch());
+    EXPECT_FALSE(std::filesystem::exists(temp / "a.vkp"));
+    EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0000.gpf2"});
+}
+
 }  // namespace
 }  // namespace pictavo::tests

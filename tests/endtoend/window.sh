@@ -27,7 +27,7 @@ window() {
     local id
     id=$(timeout 20 xdotool search --sync --onlyvisible --name "$1" | tail -n 1) || fail "no window is called $1"
     xdotool windowfocus --sync "$id" 2>/dev/null || true
-    sleep 0.3
+    sleep 0.6
 }
 keys() { xdotool key --clearmodifiers --delay 60 "$@"; }
 text() { xdotool type --clearmodifiers --delay 5 "$1"; }

@@ -1,4 +1,3 @@
-#include <CLI/Validators.hpp>
 #include <algorithm>
 #include <map>
 #include <set>

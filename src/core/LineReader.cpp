@@ -20,10 +20,11 @@ Result<std::optional<std::string>> LineReader::Next() {
         const auto end = std::find(view.begin(), view.end(), std::uint8_t{'\n'});
         ended = end != view.end();
         const auto length = static_cast<std::size_t>(end - view.begin());
-        if (length > kLongestLine - line.size())
+        const std::size_t room = kLongestLine - line.size();
+        if (length > room && longLines_ == LongLines::Refuse)
             return Fail(ErrorKind::Malformed, source_.Path(),
                         "line " + std::to_string(number_ + 1) + " is longer than 1 MiB");
-        line += AsText(view.first(length));
+        line += AsText(view.first(std::min(length, room)));
         position_ += length + (ended ? 1 : 0);
     }
     if (line.ends_with('\r')) line.pop_back();

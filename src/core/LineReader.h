@@ -9,13 +9,20 @@
 
 namespace pictavo {
 
+/// What becomes of a line of more than 1 MiB.
+enum class LongLines {
+    Refuse,  ///< Next fails, and again when it is called again
+    Cut,     ///< its first MiB counts, the rest is passed over
+};
+
 class LineReader {
   public:
     /// `source` must outlive the reader, and nothing else may read it meanwhile.
-    explicit LineReader(const ByteSource& source) : source_(source) {}
+    explicit LineReader(const ByteSource& source, LongLines longLines = LongLines::Refuse)
+        : source_(source), longLines_(longLines) {}
 
-    /// The next line without its end; nothing behind the last one. Fails with ReadFailed, and with Malformed,
-    /// naming the line, when more than 1 MiB stands before its LF.
+    /// The next line without its end; nothing behind the last one. Fails with ReadFailed, and where long
+    /// lines are refused with Malformed, naming the line.
     Result<std::optional<std::string>> Next();
 
     /// Number of the line that Next gave last, counted from 1.
@@ -26,6 +33,7 @@ class LineReader {
 
   private:
     const ByteSource& source_;
+    LongLines longLines_;
     std::uint64_t position_ = 0;
     std::size_t number_ = 0;
 };

@@ -28,11 +28,11 @@ using PatchPart = std::variant<PicturePart, PngPart>;
 class PatchSectionReader {
   public:
     /// `patch` must outlive the reader, and nothing else may read it meanwhile.
-    explicit PatchSectionReader(const ByteSource& patch) : lines_(patch) {}
+    explicit PatchSectionReader(const ByteSource& patch) : lines_(patch, LongLines::Cut) {}
 
     /// The next section, passing over what is left of the one before and over lines that open none; nothing
     /// at the end of the patch. A picture's section that holds no table record is passed over too. Fails with
-    /// ReadFailed, and with Malformed on a line of more than 1 MiB.
+    /// ReadFailed.
     Result<std::optional<PatchPart>> NextSection();
 
     /// The new bytes of the section's next data line; nothing behind its last one. Kept: a data line of

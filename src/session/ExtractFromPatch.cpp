@@ -64,8 +64,7 @@ class PatchExtraction {
 
     /// Such an error comes again with the next line.
     static bool IsOfReading(const Status& status) {
-        return !status &&
-               (status.error().kind == ErrorKind::ReadFailed || status.error().kind == ErrorKind::Malformed);
+        return !status && status.error().kind == ErrorKind::ReadFailed;
     }
 
     Result<Target> TargetFor(const PicturePart& picture) const {

@@ -261,13 +261,15 @@ TEST(PatchSections, APatchWithoutSectionsHasNone) {
     EXPECT_THAT(Names(std::string(5000, '\0')), IsEmpty());
 }
 
-TEST(PatchSections, ALongLineIsReadAndAnEndlessOneIsRefusedByItsNumber) {
+TEST(PatchSections, ALongLineIsReadAndAnEndlessOneEndsItsSectionAndNoOther) {
     const std::string half(500'000, '2');
     const auto sections = Read(Section("1", "00180000: " + half + " " + half + "\r\n" + Line(Counted(1, 4))));
     EXPECT_EQ(sections.at(0).data.size(), 250'004U);
-    const auto endless = TryRead(Source(Section("1", std::string(1'100'000, '2') + "\r\n")));
-    EXPECT_EQ(RefusalOf(endless),
-              (Error{ErrorKind::Malformed, {}, std::nullopt, "line 5 is longer than 1 MiB"}));
+    const std::string endless = "00180000: " + std::string(3'000'000, '2') + "\r\n";
+    const auto around = Read(Section("1", endless + Line(Counted(1, 4))) + Section("2", Line(Counted(5, 4))));
+    ASSERT_EQ(around.size(), 2U);
+    EXPECT_EQ(around[0].data, Bytes());
+    EXPECT_EQ(around[1].data, Counted(5, 4));
 }
 
 TEST(PatchSections, APatchCutAnywhereGivesTheBytesOfWholeLinesBeforeTheCut) {

@@ -1,5 +1,6 @@
 #include "ui/AppIcon.h"
 
+#include <QBuffer>
 #include <QPainter>
 
 namespace pictavo {
@@ -50,6 +51,13 @@ QIcon AppIcon() {
     QIcon icon;
     for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) icon.addPixmap(Drawn(size));
     return icon;
+}
+
+Bytes AppIconPng(int size) {
+    QByteArray file;
+    QBuffer buffer(&file);
+    Drawn(size).save(&buffer, "PNG");
+    return {file.begin(), file.end()};
 }
 
 }  // namespace pictavo

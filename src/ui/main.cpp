@@ -7,10 +7,12 @@
 #include "core/Version.h"
 #include "session/Messages.h"
 #include "shell/Folders.h"
+#include "shell/FreedesktopStore.h"
 #include "shell/ProgramFolder.h"
 #include "shell/QtPictureLoader.h"
 #include "shell/ReadMe.h"
 #include "shell/Shell_.h"
+#include "shell/SystemAssociations.h"
 #include "shell/WorkFolder.h"
 #include "ui/AppIcon.h"
 #include "ui/Form1.h"
@@ -47,8 +49,14 @@ int RunWindow(const std::filesystem::path& workFolder, const std::vector<std::st
     QtPrompts prompts;
     QtProcessRunner processes;
     QtPictureLoader pictures;
-    Form1 form(MakeSession(workFolder), {prompts, processes, pictures, nullptr, Executable("pictavo"),
-                                         [] { ShowReadMe(DataFolders(ProgramFolder())); }});
+    const auto showReadMe = [] { ShowReadMe(DataFolders(ProgramFolder())); };
+    WindowServices services{prompts, processes, pictures, nullptr, Executable("pictavo"), showReadMe};
+#ifndef _WIN32
+    FreedesktopStore store(UserDesktopFolders(), processes, AppIconPng);
+    SystemAssociations associations(store, prompts);
+    services.associations = &associations;
+#endif
+    Form1 form(MakeSession(workFolder), services);
     prompts.Attach(&form, [&form] { return form.PickSaveCommand(); });
     form.show();
     QTimer::singleShot(0, &form, [&] { form.Start(names); });

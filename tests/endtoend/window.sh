@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# The main road with the keyboard, in the installed program on a virtual display: open a flash from the command line, go
-# through the list, replace a picture, save the patch; then the patch is checked against the flash and applied.
+# The main road with the keyboard, in the installed program on a virtual display: register the file types, open a flash
+# from the command line, go through the list, replace a picture, save the patch; then the patch is checked against the
+# flash and applied. A second start asks nothing.
 # Usage: tests/endtoend/window.sh BUILD_FOLDER
 set -euo pipefail
 
@@ -36,12 +37,15 @@ cmake --install "$build" --prefix "$folder/installed" >/dev/null
 bin=$folder/installed/bin
 "$build/bin/pictavo-sample" --size 16 --pictures 60 --replacements "$folder/new" -o "$folder/flash.bin" >/dev/null
 before=$(sha256sum <"$folder/flash.bin")
-export TMP=$folder/work XDG_CONFIG_HOME=$folder/config XDG_RUNTIME_DIR=$folder/run QT_QPA_PLATFORM=xcb LC_ALL=C.UTF-8
-mkdir -p "$TMP" "$XDG_RUNTIME_DIR"
+export HOME=$folder/home XDG_CONFIG_HOME=$folder/config XDG_DATA_HOME=$folder/data
+export TMP=$folder/work XDG_RUNTIME_DIR=$folder/run QT_QPA_PLATFORM=xcb LC_ALL=C.UTF-8
+mkdir -p "$HOME" "$TMP" "$XDG_RUNTIME_DIR"
 chmod 700 "$XDG_RUNTIME_DIR"
 
 "$bin/pictavo" "$folder/flash.bin" 2>"$folder/said" &
 program=$!
+window '^Pictavo$' # open GPF and GPF2 files?
+keys Return
 window 'flash.bin - Pictavo v1.3'
 keys Down Down Down # to picture 0003
 keys Menu l 6       # Load picture, 16 bit
@@ -75,3 +79,13 @@ changed=$(diff -rq "$folder/flash" "$folder/patched" || true)
 [ "$(sha256sum <"$folder/flash.bin")" = "$before" ] || fail "the flash was written"
 [ ! -e "$TMP/0003.gpf2" ] || fail "the work file stayed"
 grep -q "MRU1=$folder/flash.bin" "$bin/Pictavo.ini" || fail "the flash is not among the recent files"
+
+grep -q "Exec=$bin/pictavo %f" "$XDG_DATA_HOME/applications/pictavo-gpffile.desktop" || fail "no desktop entry was made"
+grep -q '^image/x-gpffile=pictavo-gpffile.desktop;' "$XDG_CONFIG_HOME/mimeapps.list" || fail "the types have no program"
+[ -s "$XDG_DATA_HOME/icons/hicolor/48x48/mimetypes/image-x-gpffile.png" ] || fail "the type has no icon"
+"$bin/pictavo" "$folder/flash.bin" 2>"$folder/said" &
+program=$!
+window 'flash.bin - Pictavo v1.3' # no question stands before it
+keys ctrl+q
+wait "$program" || fail "the second start ended with $?: $(cat "$folder/said")"
+program=

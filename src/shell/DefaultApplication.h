@@ -1,0 +1,22 @@
+#pragma once
+
+/// Which program a desktop opens a file type with, as its file mimeapps.list tells it: for each type the
+/// names of desktop entries, of which the first one that exists holds.
+
+#include <string>
+#include <vector>
+
+namespace pictavo {
+
+/// The desktop entries of a MIME type's default applications, in their order.
+std::vector<std::string> DefaultApplications(const std::string& mimeApps, const std::string& type);
+
+/// `mimeApps` with `entry` as the first default application of `type`; those that stood there stay behind it.
+std::string WithDefaultApplication(const std::string& mimeApps, const std::string& type,
+                                   const std::string& entry);
+
+/// `mimeApps` without `entry` among the default applications of `type`.
+std::string WithoutDefaultApplication(const std::string& mimeApps, const std::string& type,
+                                      const std::string& entry);
+
+}  // namespace pictavo

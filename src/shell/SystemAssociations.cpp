@@ -1,0 +1,34 @@
+#include "shell/SystemAssociations.h"
+
+#include "shell/AssociatedProgram.h"
+#include "shell/CFileAssociation.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr std::string_view kArgument = " \"%1\"";
+constexpr const char* kDescription = "Graphic Patch File";
+
+}  // namespace
+
+std::string SystemAssociations::GetAssociatedProgram(const std::string& extension) {
+    return pictavo::GetAssociatedProgram(store_, extension, [this](const std::string& text) {
+        prompts_.Tell({"", text});
+    });
+}
+
+Status SystemAssociations::RegisterPictureFileTypes(const std::string& command) {
+    if (!command.ends_with(kArgument))
+        return Fail(ErrorKind::Malformed, "the command to register takes no file");
+    const std::string program = command.substr(0, command.size() - kArgument.size());
+    Status written;
+    for (const char* extension : {".gpf", ".gpf2"}) {
+        const Status status = RegisterPictureFileType(store_, program, extension, kDescription);
+        if (written) written = status;
+    }
+    const Status committed = store_.Commit();
+    return written ? committed : written;
+}
+
+}  // namespace pictavo

@@ -5,7 +5,9 @@
 function(pictavo_room name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.h)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  list(FILTER sources EXCLUDE REGEX "_win32\\.cpp$")
   add_library(pictavo_${name} STATIC ${sources})
+  set_target_properties(pictavo_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)  # a module may be made of it
   target_include_directories(pictavo_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/generated)
   target_link_libraries(pictavo_${name} PUBLIC ${ARGN} PRIVATE pictavo_compiler)
 endfunction()
@@ -20,4 +22,18 @@ function(pictavo_program name executable)
   endif()
   add_executable(${executable} ${sources})
   target_link_libraries(${executable} PRIVATE ${ARGN} pictavo_compiler)
+endfunction()
+
+# pictavo_module(NAME [libraries ...]): the library of one folder under src/ that a program loads when it needs it. Its
+# file's name holds the version.
+
+function(pictavo_module name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+  add_library(pictavo_${name} MODULE ${sources})
+  set_target_properties(
+    pictavo_${name}
+    PROPERTIES PREFIX ""
+               OUTPUT_NAME pictavo-${name}-${PROJECT_VERSION}
+               LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  target_link_libraries(pictavo_${name} PRIVATE ${ARGN} pictavo_compiler)
 endfunction()

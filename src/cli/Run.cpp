@@ -47,7 +47,9 @@ void AnswerOptions::DeclareConverter(CLI::App& app) {
 }
 
 Run::Run(Front& front, const AnswerOptions& options)
-    : ports{front.prompts, progress_, processes_, pictures_}, progress_(front.err) {
+    : ports{front.prompts, progress_, processes_, pictures_},
+      progress_(front.err),
+      pictures_(front.programFolder) {
     session.settings = SettingsFor(front, options);
     front.prompts.overwrite = options.overwrite;
     front.prompts.compress = options.compress;

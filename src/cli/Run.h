@@ -5,7 +5,7 @@
 #include <CLI/App.hpp>
 
 #include "cli/Front.h"
-#include "shell/QtPictureLoader.h"
+#include "shell/LatePictureLoader.h"
 #include "shell/Shell_.h"
 
 namespace pictavo::cli {
@@ -48,7 +48,7 @@ class Run {
   private:
     TerminalProgress progress_;
     QtProcessRunner processes_;
-    QtPictureLoader pictures_;
+    LatePictureLoader pictures_;
     std::optional<RunFolder> folder_;
 };
 

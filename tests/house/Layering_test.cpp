@@ -37,6 +37,7 @@ const std::vector<Room> kRooms{
     {"config", {"core"}, kNoQt},
     {"session", {"patch", "tools", "config", "codec", "core"}, kNoQt},
     {"shell", {"session/Ports.h", "core"}, kCoreAndGui},
+    {"readers", {"shell/LatePictureLoader.h", "shell/QtPictureLoader.h"}, kNoQt},
     {"ui", {"shell", "session", "patch", "tools", "config", "codec", "core"}, kWithWidgets},
     {"cli", {"shell", "session", "patch", "tools", "config", "codec", "core"}, kCoreAndGui},
     {"converter", {"codec", "core"}, kCoreAndGui},

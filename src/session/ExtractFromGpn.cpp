@@ -35,7 +35,7 @@ class GpnExtraction {
     Status Take(const GpnPicture& picture) {
         const std::string number = NumberName(session_.settings, picture.number);
         const std::string name = number + (picture.isGPF2 ? ".gpf2" : ".gpf");
-        const bool isOpenFile = open_ && open_->path == folder_.PathOf(name);
+        const bool isOpenFile = open_ && open_->name == name;
         PICTAVO_TRY(const bool mayWrite, isOpenFile ? MayReplaceOpenFile() : Begin(name));
         number_ = mayWrite ? picture.number : number_;
         const std::uint64_t begin = picture.place.begin + (mayWrite ? 0 : kGpnHead);
@@ -54,9 +54,10 @@ class GpnExtraction {
 
     /// Two pictures of one number, the first of which is not under its name yet.
     Result<bool> MayReplaceOpenFile() {
-        if (!ports_.prompts.Confirm(OverwriteQuestion(session_.texts, open_->path))) return false;
-        PICTAVO_TRY(OutputFile file, OutputFile::Create(open_->path));
-        ExtractedFile again{open_->path, std::move(file), open_->mode};
+        const std::filesystem::path path = folder_.PathOf(open_->name);
+        if (!ports_.prompts.Confirm(OverwriteQuestion(session_.texts, path))) return false;
+        PICTAVO_TRY(OutputFile file, OutputFile::Create(path));
+        ExtractedFile again{open_->name, std::move(file), open_->mode};
         open_.emplace(std::move(again));
         return true;
     }

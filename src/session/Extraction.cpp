@@ -22,7 +22,7 @@ Result<std::optional<ExtractedFile>> ExtractedFile::Begin(const Session& session
     PICTAVO_TRY(const auto mode, folder.Ask(session, ports, name, {source}));
     if (!mode) return std::optional<ExtractedFile>();
     PICTAVO_TRY(OutputFile file, OutputFile::Create(folder.PathOf(name)));
-    return std::optional<ExtractedFile>(ExtractedFile{folder.PathOf(name), std::move(file), *mode});
+    return std::optional<ExtractedFile>(ExtractedFile{name, std::move(file), *mode});
 }
 
 bool TellPosition(Ports& ports, std::uint64_t position, const ByteSource& source) {

@@ -23,7 +23,7 @@ Outcome ChooseAndExtract(const Session& session, Ports& ports, std::vector<FileF
 
 /// A file of an extraction while it is written.
 struct ExtractedFile {
-    std::filesystem::path path;
+    std::string name;  ///< in its folder
     OutputFile file;
     CommitMode mode;
 

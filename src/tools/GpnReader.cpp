@@ -10,8 +10,12 @@ namespace pictavo {
 
 namespace {
 
-/// Whether the magic of a GPF2 (true) or of a GPF (false) stands there.
+static_assert(kGpfMagic.front() == kGpf2Magic.front());
+
+/// Whether the magic of a GPF2 (true) or of a GPF (false) stands there. Of most blocks the first byte says
+/// that none does.
 std::optional<bool> MagicOf(std::string_view block) {
+    if (block.front() != kGpfMagic.front()) return std::nullopt;
     if (block == kGpf2Magic) return true;
     if (block == kGpfMagic) return false;
     return std::nullopt;

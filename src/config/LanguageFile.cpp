@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "core/LineReader.h"
+#include "core/OutputFile.h"
 
 namespace pictavo {
 
@@ -184,12 +185,6 @@ std::filesystem::path PathOf(const std::filesystem::path& folder, const std::str
     const std::string name = language + kExtension;
     std::filesystem::path path = folder / "";
     return path += std::u8string(name.begin(), name.end());
-}
-
-/// Unlike FileMissing it counts a file that is there and can not be opened.
-bool NameIsFree(const std::filesystem::path& path) {
-    std::error_code error;
-    return std::filesystem::symlink_status(path, error).type() == std::filesystem::file_type::not_found;
 }
 
 bool HoldsLanguageFile(const std::filesystem::path& folder) {

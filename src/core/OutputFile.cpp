@@ -117,6 +117,11 @@ Status EnsureFolder(const std::filesystem::path& folder) {
         "can not be made a folder (" + (error ? error.message() : std::string("a file has this name")) + ")");
 }
 
+bool NameIsFree(const std::filesystem::path& path) {
+    std::error_code error;
+    return std::filesystem::symlink_status(path, error).type() == std::filesystem::file_type::not_found;
+}
+
 bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
     std::error_code error;
     return std::filesystem::equivalent(one, other, error) && !error;

@@ -68,6 +68,10 @@ Status CopyRange(const ByteSource& source, std::uint64_t offset, std::uint64_t l
 /// Creates `folder` and its parents where they are missing. Fails with WriteFailed.
 Status EnsureFolder(const std::filesystem::path& folder);
 
+/// True when nothing has this name. Unlike FileMissing it counts a file that is there and cannot be opened,
+/// which must not be passed over as if it were not, and a link that leads nowhere.
+bool NameIsFree(const std::filesystem::path& path);
+
 /// True when both paths name one existing file, also through links.
 bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
 

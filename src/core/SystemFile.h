@@ -59,6 +59,9 @@ Status RenameKeeping(const std::filesystem::path& from, const std::filesystem::p
 Result<std::filesystem::path> CreatePrivateFolder(const std::filesystem::path& parent,
                                                   const std::string& prefix);
 
+/// Whether users other than this one may create files in `folder`. False when that cannot be told.
+bool OthersMayWrite(const std::filesystem::path& folder);
+
 /// Takes the lock that a file of this name stands for, and creates the file where it is missing. The lock
 /// goes with the process, however that ends. Nothing, without waiting, when another holder has it, when the
 /// name is taken by a link or by another user's file, or when no file can be created there.

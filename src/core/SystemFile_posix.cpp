@@ -163,6 +163,11 @@ Result<std::filesystem::path> CreatePrivateFolder(const std::filesystem::path& p
     return std::filesystem::path(name);
 }
 
+bool OthersMayWrite(const std::filesystem::path& folder) {
+    struct stat status {};
+    return stat(folder.c_str(), &status) == 0 && (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+}
+
 std::optional<int> TakeLock(const std::filesystem::path& path) {
     const int handle = Retry(
         [&] { return open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600); });

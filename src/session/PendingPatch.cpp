@@ -1,6 +1,6 @@
 #include "session/PendingPatch.h"
 
-#include "core/BasicCalculations_Tarsk.h"
+#include "core/OutputFile.h"
 #include "patch/PatchReader.h"
 #include "patch/PitBlocks.h"
 
@@ -30,7 +30,7 @@ std::vector<ReplacedRow> ReplacedRows(const Session& session, Outcome& outcome) 
         if (!session.replaced[index]) continue;
         ReplacedRow row{session.rows[index], RoomOfRow(session, index), std::nullopt};
         const std::filesystem::path workFile = session.workFiles.Replacement(row.record.number);
-        if (!FileMissing(workFile)) {
+        if (!NameIsFree(workFile)) {
             const auto picture = ReadNewPicture(workFile);
             if (picture) row.picture = *picture;
             if (!picture) outcome.problems.push_back({picture.error(), row.record.number});

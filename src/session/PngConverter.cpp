@@ -28,13 +28,20 @@ std::vector<std::string> Arguments(const std::string& format, bool withAlpha,
     return arguments;
 }
 
+/// What stays under the converter's output name would be written through, or taken for what it wrote.
+Status ClearTheWay(const std::filesystem::path& output) {
+    RemoveWorkFile(output);
+    if (NameIsFree(output)) return {};
+    return Fail(ErrorKind::WriteFailed, output, "is in the converter's way and cannot be removed");
+}
+
 /// Runs the converter and looks for its output.
 Result<std::filesystem::path> Convert(const Session& session, ProcessRunner& processes,
                                       const std::string& format, bool withAlpha,
                                       const std::filesystem::path& output,
                                       const std::filesystem::path& input) {
     PICTAVO_TRY(CheckConverter(session));
-    RemoveWorkFile(output);
+    PICTAVO_TRY(ClearTheWay(output));
     processes.RunAndWait(session.Converter(), Arguments(format, withAlpha, output, input));
     if (!FileMissing(output)) return output;
     return Fail(ErrorKind::ConverterFailed,

@@ -2,15 +2,11 @@
 
 #include <utility>
 
+#include "core/OutputFile.h"
+
 namespace pictavo {
 
 namespace {
-
-/// Unlike FileMissing it counts a file that is there and can not be opened, which must not be written anew.
-bool NameIsFree(const std::filesystem::path& path) {
-    std::error_code error;
-    return std::filesystem::symlink_status(path, error).type() == std::filesystem::file_type::not_found;
-}
 
 Status ReadSettings(Session& session) {
     if (NameIsFree(session.places.settingsFile)) PICTAVO_TRY(SaveSettings(session));

@@ -1,7 +1,7 @@
 #include "session/ShowPicture.h"
 
 #include "codec/PictureType.h"
-#include "core/BasicCalculations_Tarsk.h"
+#include "core/OutputFile.h"
 #include "session/Messages.h"
 
 namespace pictavo {
@@ -67,7 +67,7 @@ void NothingShown(ShownPicture& shown, const std::string& subject, const std::st
 }
 
 bool HasReplacement(const Session& session, std::size_t index) {
-    return session.replaced[index] && !FileMissing(session.workFiles.Replacement(session.rows[index].number));
+    return session.replaced[index] && !NameIsFree(session.workFiles.Replacement(session.rows[index].number));
 }
 
 Status ShowRow(Session& session, std::size_t index) {

@@ -15,7 +15,8 @@ Status ShowRow(Session& session, std::size_t index);
 /// Shows the picture of a GPF or GPF2 file. Fails as LoadGpf does.
 Result<LoadedGpf> LoadGPFfile(Session& session, const std::filesystem::path& path);
 
-/// True when row `index` is bold and its work file is there.
+/// True when row `index` is bold and its work file is there, be it that it cannot be read: then showing or
+/// saving the row fails, and the flash's picture never takes the place of the replacement.
 bool HasReplacement(const Session& session, std::size_t index);
 
 /// Notes that a load failed: the view then shows no picture but the reason.

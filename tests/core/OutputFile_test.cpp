@@ -210,6 +210,15 @@ TEST(EnsureFolder, ANameThatTheSystemRefusesIsAnError) {
     }
 }
 
+TEST(NameIsFree, OnlyWhereNothingStands) {
+    const TempFolder temp;
+    EXPECT_TRUE(NameIsFree(temp / "nothing"));
+    EXPECT_FALSE(NameIsFree(temp.Path()));
+    EXPECT_FALSE(NameIsFree(WriteFile(temp / "file", Bytes{1})));
+    std::filesystem::create_symlink(temp / "nothing", temp / "link");
+    EXPECT_FALSE(NameIsFree(temp / "link"));
+}
+
 TEST(IsSameFile, SeesThroughLinks) {
     const TempFolder temp;
     const auto file = WriteFile(temp / "file", std::string("x"));

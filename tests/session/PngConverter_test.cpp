@@ -99,6 +99,17 @@ TEST_F(PngConverterTest, BothTemporariesAreGoneBeforeTheConverterStarts) {
     EXPECT_TRUE(atStart.empty());
 }
 
+TEST_F(PngConverterTest, WhatStandsInTheOutputsPlaceAndStaysIsRefusedBeforeTheConverterRuns) {
+    std::filesystem::create_directories(session.workFiles.PngBitmap());
+    WriteFile(session.workFiles.PngBitmap() / "full", std::string("so it cannot be removed"));
+    const auto bitmap = ToBitmap(2);
+    ASSERT_FALSE(bitmap);
+    EXPECT_EQ(bitmap.error().kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(bitmap.error().path, session.workFiles.PngBitmap());
+    EXPECT_EQ(bitmap.error().detail, "is in the converter's way and cannot be removed");
+    EXPECT_TRUE(scripted.processes.calls.empty());
+}
+
 TEST_F(PngConverterTest, BlanksQuotesAndForeignLettersArriveAsTheyStand) {
     GiveConverter();
     session.workFiles.folder = temp / "tmp 'of' \"B\xC3\xA4r\" $HOME";

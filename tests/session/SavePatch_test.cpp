@@ -343,6 +343,19 @@ TEST_F(SavePatchTest, AWorkFileThatIsNoGpfIsAProblemAndStays) {
     EXPECT_TRUE(session.savePatchEnabled);
 }
 
+TEST_F(SavePatchTest, AWorkFileThatCannotBeOpenedIsAProblemAndNoMissingOne) {
+    Open(TwoSquares());
+    ReplaceByColour(0, 4, 1);
+    const std::filesystem::path workFile = session.workFiles.Replacement(0);
+    std::filesystem::remove(workFile);
+    std::filesystem::create_directory(workFile);
+    Save();
+    EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::FileMissing);
+    EXPECT_EQ(outcome.problems.at(0).error.path, workFile);
+    EXPECT_TRUE(session.savePatchEnabled);
+    EXPECT_FALSE(ShowRow(session, 0)) << "the flash's picture took its place";
+}
+
 TEST_F(SavePatchTest, TheChooserIsForPatches) {
     Open(TwoSquares());
     scripted.prompts.Choose({});

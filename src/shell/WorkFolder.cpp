@@ -67,7 +67,8 @@ Result<WorkFolder> WorkFolder::CreateIn(const std::filesystem::path& folder) {
 Result<WorkFolder> WorkFolder::Open() {
     const std::filesystem::path named = NamedFolder();
     if (named.empty()) return CreateIn(SystemFolder());
-    if (auto held = Hold(named)) return std::move(*held);
+    if (!system_file::OthersMayWrite(named))
+        if (auto held = Hold(named)) return std::move(*held);
     return CreateIn(named);
 }
 

@@ -1,0 +1,207 @@
+#pragma once
+
+/// Runs a program again and again, each time with another one of its calls on files gone wrong, and looks at
+/// what it leaves behind.
+
+#include <functional>
+#include <gmock/gmock.h>
+#include <map>
+
+#include "support/ChildProcess.h"
+#include "support/TempFolder.h"
+
+namespace pictavo::tests {
+
+using ::testing::AnyOf;
+using ::testing::HasSubstr;
+
+/// What goes wrong: the call of this number fails with an error of the system, is cut short, or is the last
+/// one that the program makes.
+struct Fault {
+    int at = 0;  ///< counted from 1; 0 for none
+    std::string how;
+    bool lasts = false;  ///< every later call that takes space fails too: a disk that stays full
+};
+
+/// All files under a folder: paths from there, and what the files hold.
+using Tree = std::map<std::string, Bytes>;
+
+inline Tree ReadTree(const std::filesystem::path& folder) {
+    Tree tree;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+        if (entry.is_regular_file())
+            tree[std::filesystem::relative(entry.path(), folder).string()] = ReadFile(entry.path());
+    return tree;
+}
+
+/// One call on a file that the program makes, by the name that the injector gives it.
+struct Call {
+    std::string name;
+    std::string path;
+};
+
+inline std::vector<Fault> FaultsOf(const Call& call, int at) {
+    const std::map<std::string, std::vector<std::string>> ways = {
+        {"open", {"EACCES", "EIO", "EINTR"}},
+        {"enter", {"EACCES", "EIO"}},
+        {"create", {"EACCES", "EIO", "ENOSPC", "EINTR", "KILL"}},
+        {"read", {"EIO", "EINTR", "SHORT"}},
+        {"write", {"EIO", "ENOSPC", "EINTR", "SHORT", "KILL", "KILL_HALF"}},
+        {"sync", {"EIO", "ENOSPC", "EINTR", "KILL"}},
+        {"rename", {"EACCES", "EIO", "ENOSPC", "KILL"}},
+        {"link", {"EACCES", "EIO", "ENOSPC", "KILL"}},
+        {"remove", {"EACCES", "EIO", "KILL"}},
+        {"mkdir", {"EACCES", "EIO", "ENOSPC", "KILL"}},
+    };
+    std::vector<Fault> faults;
+    for (const std::string& how : ways.at(call.name)) faults.push_back({at, how, false});
+    if (ways.at(call.name).back().starts_with("KILL")) faults.push_back({at, "ENOSPC", true});
+    return faults;
+}
+
+/// A program between faults: its inputs lie in one folder, what it writes goes to another, which is made anew
+/// for every run, and its temporary files to a third.
+class FaultyRuns {
+  public:
+    explicit FaultyRuns(std::vector<std::string> command) : command_(std::move(command)) {
+        for (const auto& folder : {Inputs(), Outputs(), Temporary(), old_ / ""})
+            std::filesystem::create_directories(folder);
+    }
+
+    std::filesystem::path Inputs() const { return root_ / "in"; }
+    std::filesystem::path Outputs() const { return root_ / "out"; }
+
+    /// "{in}" and "{out}" stand for the folders.
+    void Arguments(const std::vector<std::string>& arguments) {
+        for (const std::string& argument : arguments) command_.push_back(WithFolders(argument));
+    }
+
+    /// Stands where the program writes, before each run.
+    void Old(const std::string& name, const std::string& text) {
+        std::filesystem::create_directories((old_ / name).parent_path());
+        WriteFile(old_ / name, Bytes(text.begin(), text.end()));
+    }
+
+    /// Tells of an output that is neither old nor what a clean run writes whether it is whole all the same: a
+    /// command that reports a failure may have written what it could.
+    std::function<bool(const std::filesystem::path&)> isWholeInPart = [](const auto&) { return false; };
+
+    /// Tries every fault at every call; how many there were.
+    int TryAll() {
+        inputTree_ = ReadTree(Inputs());
+        oldTree_ = ReadTree(old_.Path());
+        const Ended whole = Run({}, true);
+        EXPECT_EQ(whole.status, 0) << whole.err;
+        wholeTree_ = ReadTree(Outputs());
+        EXPECT_NE(wholeTree_, oldTree_) << "nothing is written";
+        return TryEach(Calls());
+    }
+
+  private:
+    std::string WithFolders(std::string argument) const {
+        for (const auto& [name, folder] : {std::pair{"{in}", Inputs()}, std::pair{"{out}", Outputs()}})
+            if (const std::size_t at = argument.find(name); at != std::string::npos)
+                argument.replace(at, std::string(name).size(), folder.string());
+        return argument;
+    }
+
+    std::filesystem::path Temporary() const { return root_ / "tmp"; }
+    std::filesystem::path LogPath() const { return scratch_ / "calls"; }
+
+    Ended Run(const Fault& fault, bool isLogged = false) {
+        for (const auto& folder : {Outputs(), Temporary()}) std::filesystem::remove_all(folder);
+        std::filesystem::create_directory(Temporary());
+        std::filesystem::copy(old_.Path(), Outputs(), std::filesystem::copy_options::recursive);
+        return RunProgram(command_, {{}, Environment(fault, isLogged), {}});
+    }
+
+    std::vector<std::string> Environment(const Fault& fault, bool isLogged) const {
+        std::vector<std::string> all{"PATH=/usr/bin:/bin",
+                                     "TMP=" + Temporary().string(),
+                                     "LD_PRELOAD=" PICTAVO_FAULTS,
+                                     "FAULTS_FOLDER=" + root_.Path().string(),
+                                     "FAULTS_AT=" + std::to_string(fault.at),
+                                     "FAULTS_HOW=" + fault.how};
+        if (fault.lasts) all.emplace_back("FAULTS_LASTING=1");
+        if (isLogged) all.push_back("FAULTS_LOG=" + LogPath().string());
+        return all;
+    }
+
+    /// The calls of each process that took part.
+    std::map<std::string, std::vector<Call>> Calls() const {
+        std::map<std::string, std::vector<Call>> calls;
+        std::ifstream log(LogPath());
+        Call call;
+        for (std::string process; log >> process >> call.name && std::getline(log, call.path);)
+            calls[process].push_back(call);
+        return calls;
+    }
+
+    int TryEach(const std::map<std::string, std::vector<Call>>& processes) {
+        int tried = 0;
+        for (const auto& [process, calls] : processes) {
+            for (std::size_t i = 0; i < calls.size(); ++i) {
+                for (const Fault& fault : FaultsOf(calls[i], static_cast<int>(i) + 1)) {
+                    Try(fault, calls[i]);
+                    ++tried;
+                }
+            }
+        }
+        return tried;
+    }
+
+    void Try(const Fault& fault, const Call& call) {
+        const std::string what = fault.how + (fault.lasts ? " for ever" : "") + " at " +
+                                 std::to_string(fault.at) + ", " + call.name + call.path;
+        const ::testing::ScopedTrace trace(__FILE__, __LINE__, what);
+        const Ended ended = Run(fault);
+        const bool wasKilled = fault.how.starts_with("KILL");
+        EXPECT_TRUE(ReadTree(Inputs()) == inputTree_) << "an input changed";
+        ExpectOldOrWhole(wasKilled || call.name == "remove" || call.name == "enter", ended.status == 1);
+        if (!wasKilled) ExpectTold(ended, fault);
+    }
+
+    /// What the program could not tidy up any more is hidden, and no output.
+    void ExpectOldOrWhole(bool mayLeaveHidden, bool isReported) const {
+        const Tree now = ReadTree(Outputs());
+        for (const auto& [name, bytes] : now) {
+            const bool isHidden = std::filesystem::path(name).filename().string().starts_with(".pictavo-");
+            EXPECT_TRUE(Holds(oldTree_, name, bytes) || Holds(wholeTree_, name, bytes) ||
+                        (isHidden && mayLeaveHidden) || (isReported && isWholeInPart(Outputs() / name)))
+                << name << " is neither old nor new";
+        }
+        for (const auto& [name, bytes] : oldTree_) EXPECT_TRUE(now.contains(name)) << name << " is gone";
+        if (!mayLeaveHidden) {
+            EXPECT_TRUE(std::filesystem::is_empty(Temporary())) << "a temporary file stayed";
+        }
+    }
+
+    static bool Holds(const Tree& tree, const std::string& name, const Bytes& bytes) {
+        const auto found = tree.find(name);
+        return found != tree.end() && found->second == bytes;
+    }
+
+    /// Done means that all is written; all else has been said, by the name of a file.
+    void ExpectTold(const Ended& ended, const Fault& fault) const {
+        const bool isHarmless = fault.how == "EINTR" || fault.how == "SHORT";
+        EXPECT_TRUE(ended.status == 0 || (ended.status == 1 && !isHarmless))
+            << "exit status " << ended.status << "\n"
+            << ended.err;
+        if (ended.status == 0) {
+            EXPECT_TRUE(ReadTree(Outputs()) == wholeTree_) << "not all is written\n" << ended.err;
+        } else {
+            EXPECT_THAT(ended.err, AnyOf(HasSubstr(root_.Path().string()), HasSubstr("pictavo-convert")))
+                << "no file is named";
+        }
+    }
+
+    const TempFolder root_;
+    const TempFolder old_;
+    const TempFolder scratch_;
+    std::vector<std::string> command_;
+    Tree inputTree_;
+    Tree oldTree_;
+    Tree wholeTree_;
+};
+
+}  // namespace pictavo::tests

@@ -1,0 +1,186 @@
+/// Each command that writes, with each of its calls on files gone wrong in each way: every output is old or
+/// new and whole, no input changes, and what failed is told with the name of a file.
+
+#include "Faults.h"
+
+#include <cstdio>
+
+#include "samples/FileMakers.h"
+#include "samples/FlashBuilder.h"
+
+namespace pictavo::tests {
+namespace {
+
+using samples::FlashBuilder;
+using samples::FlashKind;
+
+class FaultsTest : public ::testing::Test {
+  protected:
+    /// Three pictures and an embedded PNG file.
+    static constexpr std::uint64_t kPngOffset = 0x100000;
+
+    FaultsTest() { WriteFlash(1500U << 10); }
+
+    void WriteFlash(std::uint64_t size) {
+        FlashBuilder flash(FlashKind::NewSGold);
+        flash.Size(size).Erase(size - 0x40000, 0x40000);
+        std::uint32_t seed = 1;
+        for (const std::uint8_t type : std::initializer_list<std::uint8_t>{0x05, 0x88, 0x8A})
+            flash.AddDrawing(samples::DrawIcon(16, 16, seed++), type);
+        flash.Put(kPngOffset, Png(24));
+        EXPECT_TRUE(flash.WriteTo(runs.Inputs() / "flash.bin"));
+    }
+
+    static Bytes Png(int side) {
+        return samples::MakePng(samples::DrawIcon(side, side, 9), samples::PngColour::Rgb);
+    }
+
+    std::string Input(const std::string& name, const Bytes& bytes) {
+        return WriteFile(runs.Inputs() / name, bytes).string();
+    }
+
+    /// What the program itself makes of the flash, as an input of what is tried.
+    void Make(const std::vector<std::string>& arguments) {
+        std::vector<std::string> command{kProgram};
+        for (std::string argument : arguments) {
+            if (argument.starts_with("in/")) argument = (runs.Inputs() / argument.substr(3)).string();
+            command.push_back(argument);
+        }
+        const Ended made = RunProgram(command);
+        EXPECT_EQ(made.status, 0) << made.err;
+    }
+
+    void TryAll(const std::vector<std::string>& arguments) {
+        runs.Arguments(arguments);
+        ExpectTried(runs.TryAll());
+    }
+
+    static void ExpectTried(int faults) {
+        std::printf("%d faults tried\n", faults);
+        EXPECT_GT(faults, 0);
+    }
+
+    /// A patch that lacks a picture which could not be read is whole: its old bytes stand in the flash.
+    void PatchesMayLackPictures() {
+        runs.isWholeInPart = [this](const std::filesystem::path& patch) {
+            const std::string flash = (runs.Inputs() / "flash.bin").string();
+            return RunProgram({kProgram, "check", patch.string(), flash}).status == 0;
+        };
+    }
+
+    /// Over files that stand there already.
+    void TryAllOver(const std::vector<std::string>& names, std::vector<std::string> arguments) {
+        for (const std::string& name : names) runs.Old(name, "an old file");
+        arguments.emplace_back("--overwrite");
+        TryAll(arguments);
+    }
+
+    const std::string kProgram = std::string(PICTAVO_BIN_DIR) + "/pictavo-cli";
+    FaultyRuns runs{{kProgram}};
+};
+
+TEST_F(FaultsTest, ExportAsBmp) {
+    TryAll({"export", "{in}/flash.bin", "-o", "{out}/pictures", "--format", "bmp"});
+}
+
+TEST_F(FaultsTest, ExportAsGpf) {
+    TryAll({"export", "{in}/flash.bin", "-o", "{out}", "--format", "gpf"});
+}
+
+TEST_F(FaultsTest, ExportAsGpf2OverOldFiles) {
+    TryAllOver({"0.gpf2", "1.gpf2"}, {"export", "{in}/flash.bin", "-o", "{out}", "--format", "gpf2"});
+}
+
+TEST_F(FaultsTest, ExportAsPngThroughTheConverter) {
+    TryAllOver({"0.png"}, {"export", "{in}/flash.bin", "-o", "{out}", "--format", "png", "--pictures", "0"});
+}
+
+TEST_F(FaultsTest, ConvertToGpf2) {
+    Input("icon.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 3), 24));
+    TryAllOver({"icon.gpf2"}, {"convert", "{in}/icon.bmp", "{out}/icon.gpf2"});
+}
+
+TEST_F(FaultsTest, ConvertPngToBmpThroughTheConverter) {
+    Input("icon.png", Png(16));
+    TryAllOver({"icon.bmp"}, {"convert", "{in}/icon.png", "{out}/icon.bmp"});
+}
+
+TEST_F(FaultsTest, PatchWithPicturesAndAPng) {
+    PatchesMayLackPictures();
+    const std::string bmp = Input("icon.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 3), 24));
+    const std::string png = Input("100000.png", Png(16));
+    TryAllOver({"new.vkp"}, {"patch", "{in}/flash.bin", "-o", "{out}/new.vkp", "--picture", "0=" + bmp + "@8",
+                             "--png", png});
+}
+
+TEST_F(FaultsTest, PatchWithAMovedPicture) {
+    PatchesMayLackPictures();
+    WriteFlash(17U << 20);  // free memory is looked for behind 16 MiB
+    const std::string grown = Input("grown.bmp", samples::MakeBmp(samples::DrawIcon(40, 40, 4), 24));
+    TryAllOver({"new.vkp"},
+               {"patch", "{in}/flash.bin", "-o", "{out}/new.vkp", "--picture", "1=" + grown + "@24"});
+}
+
+TEST_F(FaultsTest, PatchFromAFolder) {
+    PatchesMayLackPictures();
+    std::filesystem::create_directory(runs.Inputs() / "folder");
+    Input("folder/0.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 3), 24));
+    Make({"export", "in/flash.bin", "-o", "in/folder", "--format", "gpf2", "--pictures", "1"});
+    TryAll({"patch", "{in}/flash.bin", "-o", "{out}/new.vkp", "--folder", "{in}/folder", "--compress"});
+}
+
+TEST_F(FaultsTest, ApplyToACopy) {
+    const std::string bmp = Input("icon.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 3), 24));
+    Make({"patch", "in/flash.bin", "-o", "in/new.vkp", "--picture", "0=" + bmp + "@8"});
+    TryAllOver({"copy.bin"}, {"apply", "{in}/new.vkp", "{in}/flash.bin", "-o", "{out}/copy.bin"});
+}
+
+TEST_F(FaultsTest, BackupPit) {
+    TryAll({"backup-pit", "{in}/flash.bin", "-o", "{out}/blocks"});
+}
+
+TEST_F(FaultsTest, RebuildPit) {
+    std::filesystem::create_directory(runs.Inputs() / "folder");
+    Input("small.bmp", samples::MakeBmp(samples::DrawIcon(8, 8, 3), 24));
+    for (const std::string number : {"0", "1", "2"})
+        Make({"convert", "in/small.bmp", "in/folder/" + number + ".gpf2", "--type", "05"});
+    TryAll({"rebuild-pit", "{in}/flash.bin", "--from", "{in}/folder", "-o", "{out}"});
+}
+
+TEST_F(FaultsTest, ExtractFromAPatch) {
+    const std::string bmp = Input("icon.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 3), 24));
+    const std::string png = Input("100000.png", Png(16));
+    Make({"patch", "in/flash.bin", "-o", "in/new.vkp", "--picture", "0=" + bmp + "@8", "--png", png});
+    TryAllOver({"0.gpf"}, {"extract-patch", "{in}/new.vkp", "-o", "{out}"});
+}
+
+TEST_F(FaultsTest, ExtractFromAGpn) {
+    std::filesystem::create_directory(runs.Inputs() / "parts");
+    Make({"export", "in/flash.bin", "-o", "in/parts", "--format", "gpf2"});
+    Bytes container;
+    for (const auto& [name, bytes] : ReadTree(runs.Inputs() / "parts"))
+        container.insert(container.end(), bytes.begin(), bytes.end());
+    Input("all.gpn", container);
+    TryAllOver({"0.gpf2"}, {"extract-gpn", "{in}/all.gpn", "-o", "{out}"});
+}
+
+TEST_F(FaultsTest, SettingsWrittenAnew) {
+    FaultyRuns settings({PICTAVO_SETTINGS_WRITER, "whole"});
+    settings.Old("Pictavo.ini", "Language=Polish\r\n");
+    settings.Arguments({"{out}/Pictavo.ini"});
+    ExpectTried(settings.TryAll());
+}
+
+TEST_F(FaultsTest, RecentFilesAddedToTheSettings) {
+    FaultyRuns settings({PICTAVO_SETTINGS_WRITER, "recent"});
+    settings.Old("Pictavo.ini", "Language=Polish\r\n");
+    settings.Arguments({"{out}/Pictavo.ini"});
+    ExpectTried(settings.TryAll());
+}
+
+TEST_F(FaultsTest, CarvePngs) {
+    TryAllOver({"00100000.png"}, {"carve", "png", "{in}/flash.bin", "-o", "{out}"});
+}
+
+}  // namespace
+}  // namespace pictavo::tests

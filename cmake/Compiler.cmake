@@ -1,6 +1,7 @@
-# Flags of our own code: warnings are errors, and optionally the sanitizers.
+# Flags of our own code: warnings are errors, and optionally the sanitizers or what a fuzzer watches.
 
 option(PICTAVO_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(PICTAVO_FUZZ "Build the fuzz targets and all under them with clang's fuzzer and sanitizers" OFF)
 
 add_library(pictavo_compiler INTERFACE)
 target_compile_features(pictavo_compiler INTERFACE cxx_std_20)
@@ -29,6 +30,14 @@ if(PICTAVO_SANITIZE)
   target_compile_options(pictavo_compiler INTERFACE -Wno-maybe-uninitialized -Wno-stringop-overflow -Wno-array-bounds)
   target_compile_options(pictavo_compiler INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                                     -fno-omit-frame-pointer)
+  target_link_options(pictavo_compiler INTERFACE -fsanitize=address,undefined)
+endif()
+
+if(PICTAVO_FUZZ)
+  target_compile_options(
+    pictavo_compiler INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+                               -fno-omit-frame-pointer)
+  target_compile_definitions(pictavo_compiler INTERFACE _GLIBCXX_ASSERTIONS)
   target_link_options(pictavo_compiler INTERFACE -fsanitize=address,undefined)
 endif()
 

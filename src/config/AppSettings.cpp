@@ -100,10 +100,14 @@ Result<AppSettings> LoadAppSettings(const std::filesystem::path& path, AppSettin
     return ReadAppSettings(*source, std::move(initial));
 }
 
-Status SaveAppSettings(const std::filesystem::path& path, const AppSettings& settings) {
+std::string SettingsText(const AppSettings& settings) {
     std::string lines;
     for (const Key& key : kKeys) lines += LineOf(settings, key);
-    return WriteWholeFile(path, AsBytes(lines), CommitMode::Replace, Durability::Synced);
+    return lines;
+}
+
+Status SaveAppSettings(const std::filesystem::path& path, const AppSettings& settings) {
+    return WriteWholeFile(path, AsBytes(SettingsText(settings)), CommitMode::Replace, Durability::Synced);
 }
 
 Status AppendRecentFiles(const std::filesystem::path& path, const AppSettings& settings) {

@@ -38,9 +38,12 @@ Result<AppSettings> ReadAppSettings(const ByteSource& source, AppSettings initia
 /// The same from a file; a missing one gives `initial`.
 Result<AppSettings> LoadAppSettings(const std::filesystem::path& path, AppSettings initial);
 
-/// Writes the whole file: every key in the order of the file, recent files only where they are shown, lines
-/// ended by CR LF. A text with a line end in it can not be told in a line and has none. Fails with
-/// WriteFailed; until the new file stands complete, synced to the disk, the old one stays.
+/// The whole file as it is written: every key in the order of the file, recent files only where they are
+/// shown, lines ended by CR LF. A text with a line end in it can not be told in a line and has none.
+std::string SettingsText(const AppSettings& settings);
+
+/// Writes SettingsText. Fails with WriteFailed; until the new file stands complete, synced to the disk, the
+/// old one stays.
 Status SaveAppSettings(const std::filesystem::path& path, const AppSettings& settings);
 
 /// Kept: adds the lines of the recent files that are shown behind what the file holds, which so grows until

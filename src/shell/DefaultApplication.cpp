@@ -29,6 +29,18 @@ std::vector<std::string> DefaultApplications(const std::string& mimeApps, const 
     return EntriesOf(KeyFile(mimeApps), type);
 }
 
+std::vector<std::string> AddedApplications(const std::string& mimeApps, const std::string& type) {
+    return ListItems(KeyFile(mimeApps).Value("Added Associations", type).value_or(""));
+}
+
+std::vector<std::string> RemovedApplications(const std::string& mimeApps, const std::string& type) {
+    return ListItems(KeyFile(mimeApps).Value("Removed Associations", type).value_or(""));
+}
+
+std::vector<std::string> InstalledApplications(const std::string& mimeInfo, const std::string& type) {
+    return ListItems(KeyFile(mimeInfo).Value("MIME Cache", type).value_or(""));
+}
+
 std::string WithDefaultApplication(const std::string& mimeApps, const std::string& type,
                                    const std::string& entry) {
     KeyFile file(mimeApps);

@@ -21,6 +21,7 @@ namespace fs = std::filesystem;
 constexpr const char* kEntryName = "pictavo-gpffile.desktop";
 constexpr const char* kPackage = "mime/packages/pictavo.xml";
 constexpr const char* kMimeApps = "mimeapps.list";
+constexpr const char* kMimeInfo = "mimeinfo.cache";
 constexpr const char* kTemplateName = "Graphic Patch File";
 constexpr const char* kNewKey = "\\ShellNew";
 constexpr std::array kIconSizes{16, 32, 48, 64, 128, 256};
@@ -133,12 +134,45 @@ KeyStore::Value FreedesktopStore::ReadValue(const std::string& key, const std::s
     return key == CommandKey() ? FoundCommand() : std::string(kPictureFileClass);
 }
 
-/// Of the first default application that is installed; empty when there is none.
+/// In the order in which a desktop reads them.
+std::vector<fs::path> FreedesktopStore::MimeAppsLists() const {
+    std::vector<fs::path> lists;
+    for (const fs::path& folder : folders_.config) lists.push_back(folder / kMimeApps);
+    for (const fs::path& folder : folders_.data) lists.push_back(folder / "applications" / kMimeApps);
+    return lists;
+}
+
+std::vector<std::string> FreedesktopStore::DefaultEntries() const {
+    std::vector<std::string> entries;
+    for (const fs::path& list : MimeAppsLists())
+        for (const std::string& entry : DefaultApplications(TextOrNone(list), kPictureMimeType))
+            entries.push_back(entry);
+    return entries;
+}
+
+/// Those that open the type without having been made the default, as a package installs them.
+std::vector<std::string> FreedesktopStore::InstalledEntries() const {
+    std::vector<std::string> entries;
+    std::set<std::string> removed;
+    for (const fs::path& list : MimeAppsLists()) {
+        const std::string text = TextOrNone(list);
+        for (const std::string& entry : AddedApplications(text, kPictureMimeType)) entries.push_back(entry);
+        for (const std::string& entry : RemovedApplications(text, kPictureMimeType)) removed.insert(entry);
+    }
+    for (const fs::path& folder : folders_.data) {
+        const std::string cache = TextOrNone(folder / "applications" / kMimeInfo);
+        for (const std::string& entry : InstalledApplications(cache, kPictureMimeType))
+            entries.push_back(entry);
+    }
+    std::erase_if(entries, [&](const std::string& entry) { return removed.contains(entry); });
+    return entries;
+}
+
+/// Of the first default application that exists, else of the first one that opens the type at all; empty when
+/// there is none.
 std::string FreedesktopStore::FoundCommand() const {
-    std::vector<fs::path> lists = folders_.config;
-    for (const fs::path& folder : folders_.data) lists.push_back(folder / "applications");
-    for (const fs::path& folder : lists)
-        for (const std::string& entry : DefaultApplications(TextOrNone(folder / kMimeApps), kPictureMimeType))
+    for (const auto& entries : {DefaultEntries(), InstalledEntries()})
+        for (const std::string& entry : entries)
             if (const std::string command = CommandOf(entry); !command.empty()) return command;
     return {};
 }

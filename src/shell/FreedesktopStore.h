@@ -46,6 +46,9 @@ class FreedesktopStore final : public KeyStore {
     };
 
     void Load();
+    std::vector<std::filesystem::path> MimeAppsLists() const;
+    std::vector<std::string> DefaultEntries() const;
+    std::vector<std::string> InstalledEntries() const;
     std::string FoundCommand() const;
     std::string CommandOf(const std::string& entry) const;
     std::filesystem::path UserData(const std::string& name) const;

@@ -23,6 +23,17 @@ TEST(DefaultApplication, IsListedByItsType) {
     EXPECT_TRUE(DefaultApplications(kOthers, "x/y").empty());
 }
 
+TEST(DefaultApplication, OthersAreListedInGroupsOfTheirOwn) {
+    const std::string all =
+        "[Added Associations]\nx/y=a.desktop;b.desktop;\n[Removed Associations]\n"
+        "x/y=c.desktop;\n[MIME Cache]\nx/y=d.desktop;\n";
+    EXPECT_EQ(AddedApplications(all, "x/y"), (std::vector<std::string>{"a.desktop", "b.desktop"}));
+    EXPECT_EQ(RemovedApplications(all, "x/y"), std::vector<std::string>{"c.desktop"});
+    EXPECT_EQ(InstalledApplications(all, "x/y"), std::vector<std::string>{"d.desktop"});
+    EXPECT_TRUE(DefaultApplications(all, "x/y").empty());
+    EXPECT_TRUE(InstalledApplications(all, "x/z").empty());
+}
+
 TEST(DefaultApplication, IsAddedAmongTheLinesOfOthers) {
     EXPECT_EQ(With(kOthers),
               "[Added Associations]\nx/y=mine.desktop;other.desktop;\n\n[Default Applications]\n"

@@ -196,6 +196,51 @@ TEST_F(FreedesktopStoreTest, WhatIsInstalledForAllUsersIsFound) {
     EXPECT_EQ(Lookup(".gpf2"), "Unregistered file extension .gpf2");
 }
 
+/// As a package installs it: an entry that opens the type, and no default application.
+class InstalledPackage : public FreedesktopStoreTest {
+  protected:
+    InstalledPackage() {
+        WriteIn(system / "mime" / "packages", "pictavo.xml", "<glob pattern=\"*.gpf\"/>");
+        WriteIn(applications, "pictavo.desktop", "[Desktop Entry]\nExec=/usr/bin/pictavo %F\n");
+        Cache("pictavo.desktop;");
+    }
+
+    void Cache(const std::string& entries) {
+        WriteIn(applications, "mimeinfo.cache", "[MIME Cache]\nimage/x-gpffile=" + entries + "\n");
+    }
+
+    const fs::path applications = system / "applications";
+};
+
+TEST_F(InstalledPackage, IsFoundWithoutADefaultApplication) {
+    EXPECT_EQ(Lookup(), "/usr/bin/pictavo \"%1\"");
+}
+
+TEST_F(InstalledPackage, StandsBehindEveryDefaultApplicationThatExists) {
+    WriteIn(config, "mimeapps.list", "[Default Applications]\nimage/x-gpffile=other.desktop\n");
+    EXPECT_EQ(Lookup(), "/usr/bin/pictavo \"%1\"");
+    WriteIn(data / "applications", "other.desktop", "[Desktop Entry]\nExec=/opt/other %F\n");
+    EXPECT_EQ(Lookup(), "/opt/other \"%1\"");
+}
+
+TEST_F(InstalledPackage, StandsBehindWhatTheUserAdded) {
+    WriteIn(data / "applications", "other.desktop", "[Desktop Entry]\nExec=/opt/other %F\n");
+    Cache("pictavo.desktop;other.desktop;");
+    EXPECT_EQ(Lookup(), "/usr/bin/pictavo \"%1\"");
+    WriteIn(config, "mimeapps.list", "[Added Associations]\nimage/x-gpffile=other.desktop;\n");
+    EXPECT_EQ(Lookup(), "/opt/other \"%1\"");
+}
+
+TEST_F(InstalledPackage, IsNotFoundOnceTheUserTookTheTypeAway) {
+    WriteIn(config, "mimeapps.list", "[Removed Associations]\nimage/x-gpffile=pictavo.desktop;\n");
+    EXPECT_EQ(Lookup(), "File type is not associated with a program.");
+}
+
+TEST_F(InstalledPackage, IsNotFoundByAnotherType) {
+    WriteIn(applications, "mimeinfo.cache", "[MIME Cache]\nimage/png=pictavo.desktop;\n");
+    EXPECT_EQ(Lookup(), "File type is not associated with a program.");
+}
+
 TEST_F(FreedesktopStoreTest, ABareProgramIsSoughtOnTheSearchPathBehindLinks) {
     const fs::path program = WriteIn(temp / "opt", "pictavo", "#!/bin/sh\n");
     fs::permissions(program, fs::perms::owner_all);

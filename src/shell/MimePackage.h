@@ -11,6 +11,9 @@ namespace pictavo {
 /// The MIME type of both kinds of picture files.
 inline constexpr const char* kPictureMimeType = "image/x-gpffile";
 
+/// What a desktop calls the files of that type.
+inline constexpr const char* kPictureTypeDescription = "Graphic Patch File";
+
 /// The type's icon, by its name in the icon theme.
 inline constexpr const char* kPictureMimeIcon = "image-x-gpffile";
 

@@ -2,13 +2,13 @@
 
 #include "shell/AssociatedProgram.h"
 #include "shell/CFileAssociation.h"
+#include "shell/MimePackage.h"
 
 namespace pictavo {
 
 namespace {
 
 constexpr std::string_view kArgument = " \"%1\"";
-constexpr const char* kDescription = "Graphic Patch File";
 
 }  // namespace
 
@@ -24,7 +24,7 @@ Status SystemAssociations::RegisterPictureFileTypes(const std::string& command) 
     const std::string program = command.substr(0, command.size() - kArgument.size());
     Status written;
     for (const char* extension : {".gpf", ".gpf2"}) {
-        const Status status = RegisterPictureFileType(store_, program, extension, kDescription);
+        const Status status = RegisterPictureFileType(store_, program, extension, kPictureTypeDescription);
         if (written) written = status;
     }
     const Status committed = store_.Commit();

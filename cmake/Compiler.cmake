@@ -25,6 +25,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   target_compile_options(pictavo_compiler INTERFACE -Wno-restrict)
 endif()
 
+if(WIN32)
+  target_compile_definitions(pictavo_compiler INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX UNICODE _UNICODE)
+endif()
+
 if(PICTAVO_SANITIZE)
   # What g++ 12 sees in the code that the sanitizers put in, and in no other.
   target_compile_options(pictavo_compiler INTERFACE -Wno-maybe-uninitialized -Wno-stringop-overflow -Wno-array-bounds)

@@ -1,9 +1,22 @@
+# pictavo_sources(VARIABLE NAME): every source file of one folder under src/ that is for the system built for: names
+# that end in _win32 are for Windows alone, names that end in _posix for all others.
+
+function(pictavo_sources variable name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.h)
+  if(WIN32)
+    list(FILTER sources EXCLUDE REGEX "_posix\\.(cpp|h)$")
+  else()
+    list(FILTER sources EXCLUDE REGEX "_win32\\.(cpp|h)$")
+  endif()
+  set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
 # pictavo_room(NAME [libraries ...]): the static library of one folder under src/, made of every source file in it
 # but main.cpp. Includes are written from src/ on ("core/Bytes.h"); tests/house/Layering_test.cpp holds the arrows'
 # direction.
 
 function(pictavo_room name)
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.h)
+  pictavo_sources(sources ${name})
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   list(FILTER sources EXCLUDE REGEX "_win32\\.cpp$")
   add_library(pictavo_${name} STATIC ${sources})
@@ -16,7 +29,7 @@ endfunction()
 # as well, only its main.cpp belongs to the executable.
 
 function(pictavo_program name executable)
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.h)
+  pictavo_sources(sources ${name})
   if(TARGET pictavo_${name})
     set(sources ${CMAKE_CURRENT_SOURCE_DIR}/${name}/main.cpp)
   endif()

@@ -3,6 +3,7 @@
 #include "cli/Run.h"
 #include "codec/PictureEncoder.h"
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/PathText.h"
 #include "session/PicturesLoader.h"
 #include "session/Report.h"
 #include "session/SavePicture.h"
@@ -15,7 +16,7 @@ namespace {
 constexpr int kMostNumber = 0xFFFF;
 
 std::string LoweredExtension(const std::filesystem::path& path) {
-    std::string extension = path.extension().string();
+    std::string extension = PathText(path.extension());
     std::transform(extension.begin(), extension.end(), extension.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return extension;

@@ -6,6 +6,8 @@
 #include "codec/PictureType.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/OutputFile.h"
+#include "core/PathText.h"
+#include "core/SystemNames.h"
 #include "session/ChangePng.h"
 #include "session/ReplacePictures.h"
 #include "session/Report.h"
@@ -113,10 +115,11 @@ class PatchCommand final : public Command {
     std::vector<std::filesystem::path> Inputs() const {
         std::vector<std::filesystem::path> inputs(pngs_.begin(), pngs_.end());
         for (const std::string& text : pictures_) inputs.emplace_back(ParseReplacement(text)->file);
-        std::error_code error;
-        for (auto entry = std::filesystem::directory_iterator(folder_, error);
-             !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
-            if (HasPictureExtension(entry->path())) inputs.push_back(entry->path());
+        const std::filesystem::path folder = PathOf(folder_);
+        const auto names = system_file::FileNamesIn(folder);
+        if (!names) return inputs;
+        for (const std::filesystem::path& name : *names)
+            if (HasPictureExtension(name)) inputs.push_back(folder / name);
         return inputs;
     }
 

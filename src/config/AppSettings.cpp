@@ -3,6 +3,7 @@
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/LineReader.h"
 #include "core/OutputFile.h"
+#include "core/SystemNames.h"
 
 namespace pictavo {
 
@@ -114,8 +115,8 @@ Status AppendRecentFiles(const std::filesystem::path& path, const AppSettings& s
     const std::string lines = RecentLines(settings);
     if (lines.empty()) return {};
     PICTAVO_TRY(OutputFile file, OutputFile::Create(path));
-    std::error_code error;
-    if (std::filesystem::exists(path, error)) PICTAVO_TRY(CopyOldLines(path, file));
+    if (system_file::TypeOfFile(path) != std::filesystem::file_type::not_found)
+        PICTAVO_TRY(CopyOldLines(path, file));
     PICTAVO_TRY(file.Write(AsBytes(lines)));
     return file.Commit(CommitMode::Replace);
 }

@@ -7,6 +7,7 @@
 
 #include "core/LineReader.h"
 #include "core/OutputFile.h"
+#include "core/PathText.h"
 
 namespace pictavo {
 
@@ -181,10 +182,9 @@ void Take(const std::string& line, const Key& key, const std::string& language, 
             table.captions[caption.control] = Compose(caption, value, language, table);
 }
 
-std::filesystem::path PathOf(const std::filesystem::path& folder, const std::string& language) {
-    const std::string name = language + kExtension;
+std::filesystem::path LanguagePath(const std::filesystem::path& folder, const std::string& language) {
     std::filesystem::path path = folder / "";
-    return path += std::u8string(name.begin(), name.end());
+    return path += PathOf(language + kExtension);
 }
 
 bool HoldsLanguageFile(const std::filesystem::path& folder) {
@@ -211,7 +211,7 @@ Status ReadLanguageFile(const ByteSource& source, const std::string& language, C
 Status LoadLanguage(const std::vector<std::filesystem::path>& folders, const std::string& language,
                     CodePage codePage, LanguageTable& table) {
     for (const std::filesystem::path& folder : folders) {
-        const std::filesystem::path path = PathOf(folder, language);
+        const std::filesystem::path path = LanguagePath(folder, language);
         if (NameIsFree(path)) continue;
         PICTAVO_TRY(const auto source, FileSource::Open(path));
         return ReadLanguageFile(*source, language, codePage, table);

@@ -6,6 +6,7 @@
 
 #include "codec/Bitmap.h"
 #include "core/OutputFile.h"
+#include "core/PathText.h"
 #include "core/SilencedStandardError.h"
 
 namespace pictavo {
@@ -16,10 +17,6 @@ constexpr int kMostWidth = 240;
 constexpr int kMostHeight = 320;
 constexpr int kDirectlyReadDepth = 32;
 constexpr std::uint64_t kLongestFile = std::uint64_t{64} << 20;
-
-std::filesystem::path PathOf(const std::string& text) {
-    return std::u8string(text.begin(), text.end());
-}
 
 Status CheckSize(const std::filesystem::path& path, std::int64_t width, std::int64_t height) {
     if (width <= kMostWidth && height <= kMostHeight) return {};

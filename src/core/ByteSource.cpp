@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "core/SystemFile.h"
-
 namespace pictavo {
 
 namespace {
@@ -45,7 +43,7 @@ Result<std::unique_ptr<FileSource>> FileSource::Open(const std::filesystem::path
     return std::unique_ptr<FileSource>(new FileSource(path, opened.handle, opened.size));
 }
 
-FileSource::FileSource(std::filesystem::path path, int handle, std::uint64_t size)
+FileSource::FileSource(std::filesystem::path path, system_file::Handle handle, std::uint64_t size)
     : path_(std::move(path)), handle_(handle), size_(size) {}
 
 FileSource::~FileSource() {

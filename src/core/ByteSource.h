@@ -8,6 +8,7 @@
 
 #include "core/Bytes.h"
 #include "core/Result.h"
+#include "core/SystemFile.h"
 
 namespace pictavo {
 
@@ -63,11 +64,11 @@ class FileSource final : public ByteSource {
     const std::filesystem::path& Path() const override { return path_; }
 
   private:
-    FileSource(std::filesystem::path path, int handle, std::uint64_t size);
+    FileSource(std::filesystem::path path, system_file::Handle handle, std::uint64_t size);
     Status Fill(std::uint64_t offset) const;
 
     std::filesystem::path path_;
-    int handle_;
+    system_file::Handle handle_;
     std::uint64_t size_;
     mutable Bytes window_;
     mutable std::uint64_t windowStart_ = 0;

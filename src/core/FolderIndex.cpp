@@ -1,7 +1,9 @@
 #include "core/FolderIndex.h"
 
 #include <algorithm>
-#include <vector>
+
+#include "core/PathText.h"
+#include "core/SystemNames.h"
 
 namespace pictavo {
 
@@ -18,17 +20,10 @@ std::string Lowered(std::string name) {
 Result<FolderIndex> FolderIndex::Read(const std::filesystem::path& folder) {
     FolderIndex index;
     index.folder_ = folder;
-    std::error_code error;
-    std::vector<std::string> names;
-    for (auto entry = std::filesystem::directory_iterator(folder, error);
-         !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
-        if (std::error_code ignored; entry->is_regular_file(ignored))
-            names.push_back(entry->path().filename().string());
-    if (error)
-        return Fail(ErrorKind::FileMissing, folder, "the folder can not be read (" + error.message() + ")");
+    PICTAVO_TRY(auto names, system_file::FileNamesIn(folder));
     std::sort(names.begin(), names.end());
-    for (std::string& name : names) {
-        std::string key = Lowered(name);
+    for (std::filesystem::path& name : names) {
+        std::string key = Lowered(PathText(name));
         index.names_.emplace(std::move(key), std::move(name));
     }
     return index;
@@ -37,7 +32,8 @@ Result<FolderIndex> FolderIndex::Read(const std::filesystem::path& folder) {
 std::optional<std::filesystem::path> FolderIndex::Find(const std::string& name) const {
     const auto [first, end] = names_.equal_range(Lowered(name));
     if (first == end) return std::nullopt;
-    const auto exact = std::find_if(first, end, [&](const auto& entry) { return entry.second == name; });
+    const auto exact =
+        std::find_if(first, end, [path = PathOf(name)](const auto& entry) { return entry.second == path; });
     return folder_ / (exact == end ? first : exact)->second;
 }
 

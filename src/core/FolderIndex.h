@@ -17,13 +17,13 @@ class FolderIndex {
     /// Fails with FileMissing when the folder can not be read.
     static Result<FolderIndex> Read(const std::filesystem::path& folder);
 
-    /// The file of exactly this name, else one whose name differs only in the case of A to Z; of several such
-    /// the first in the order of their names. Nothing when there is none.
+    /// The file of exactly this name, in UTF-8, else one whose name differs only in the case of A to Z; of
+    /// several such the first in the order of their names. Nothing when there is none.
     std::optional<std::filesystem::path> Find(const std::string& name) const;
 
   private:
     std::filesystem::path folder_;
-    std::multimap<std::string, std::string> names_;  // by the name in lower case
+    std::multimap<std::string, std::filesystem::path> names_;  // by the name's text in lower case
 };
 
 }  // namespace pictavo

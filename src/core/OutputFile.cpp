@@ -2,13 +2,12 @@
 
 #include <random>
 
-#include "core/SystemFile.h"
+#include "core/SystemNames.h"
 
 namespace pictavo {
 
 namespace {
 
-constexpr int kNoHandle = -1;
 constexpr int kNameTries = 100;
 
 std::filesystem::path HiddenNeighbour(const std::filesystem::path& target) {
@@ -34,23 +33,23 @@ Result<OutputFile> OutputFile::CreateNamed(const std::filesystem::path& target) 
     }
 }
 
-OutputFile::OutputFile(std::filesystem::path target, std::filesystem::path temporary, int handle)
+OutputFile::OutputFile(std::filesystem::path target, std::filesystem::path temporary,
+                       system_file::Handle handle)
     : target_(std::move(target)), temporary_(std::move(temporary)), handle_(handle) {}
 
 OutputFile::OutputFile(OutputFile&& other) noexcept
     : target_(std::move(other.target_)),
       temporary_(std::move(other.temporary_)),
-      handle_(std::exchange(other.handle_, kNoHandle)) {}
+      handle_(std::exchange(other.handle_, system_file::kNoHandle)) {}
 
 OutputFile::~OutputFile() {
     Discard();
 }
 
 void OutputFile::Discard() {
-    if (handle_ == kNoHandle) return;
-    system_file::Close(std::exchange(handle_, kNoHandle));
-    std::error_code ignored;
-    if (!temporary_.empty()) std::filesystem::remove(temporary_, ignored);
+    if (handle_ == system_file::kNoHandle) return;
+    system_file::Close(std::exchange(handle_, system_file::kNoHandle));
+    if (!temporary_.empty()) system_file::RemoveFile(temporary_);
 }
 
 Status OutputFile::Write(ByteView bytes) {
@@ -63,18 +62,18 @@ Status OutputFile::WriteAt(std::uint64_t offset, ByteView bytes) {
 
 Status OutputFile::Commit(CommitMode mode, Durability durability) {
     if (durability == Durability::Synced) PICTAVO_TRY(system_file::Sync(handle_, target_));
-    PICTAVO_TRY(TakeName(mode));
-    system_file::Close(std::exchange(handle_, kNoHandle));
+    PICTAVO_TRY(TakeName(mode, durability));
+    system_file::Close(std::exchange(handle_, system_file::kNoHandle));
     if (durability == Durability::Synced) system_file::SyncFolder(target_.parent_path());
     return {};
 }
 
-Status OutputFile::TakeName(CommitMode mode) {
+Status OutputFile::TakeName(CommitMode mode, Durability durability) {
     const bool isNameless = temporary_.empty();
     if (isNameless && mode == CommitMode::KeepExisting) return system_file::Name(handle_, target_);
     if (isNameless) PICTAVO_TRY(TakeTemporaryName());
-    return mode == CommitMode::Replace ? system_file::RenameReplacing(temporary_, target_)
-                                       : system_file::RenameKeeping(temporary_, target_);
+    return mode == CommitMode::Replace ? system_file::RenameReplacing(temporary_, target_, durability)
+                                       : system_file::RenameKeeping(temporary_, target_, durability);
 }
 
 /// Only a rename replaces a file in one step, and only a file with a name can be renamed.
@@ -108,23 +107,15 @@ Status CopyRange(const ByteSource& source, std::uint64_t offset, std::uint64_t l
 }
 
 Status EnsureFolder(const std::filesystem::path& folder) {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    std::error_code ignored;
-    if (std::filesystem::is_directory(folder, ignored)) return {};
-    return Fail(
-        ErrorKind::WriteFailed, folder,
-        "can not be made a folder (" + (error ? error.message() : std::string("a file has this name")) + ")");
+    return system_file::CreateFolders(folder);
 }
 
 bool NameIsFree(const std::filesystem::path& path) {
-    std::error_code error;
-    return std::filesystem::symlink_status(path, error).type() == std::filesystem::file_type::not_found;
+    return system_file::TypeOfName(path) == std::filesystem::file_type::not_found;
 }
 
 bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
-    std::error_code error;
-    return std::filesystem::equivalent(one, other, error) && !error;
+    return system_file::AreSame(one, other);
 }
 
 }  // namespace pictavo

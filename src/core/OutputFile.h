@@ -7,18 +7,15 @@
 #include <filesystem>
 
 #include "core/ByteSource.h"
+#include "core/Durability.h"
 #include "core/Result.h"
+#include "core/SystemFile.h"
 
 namespace pictavo {
 
 enum class CommitMode {
     Replace,       ///< a file of the target's name is replaced
     KeepExisting,  ///< a file of the target's name stays, and the commit fails with FileExists
-};
-
-enum class Durability {
-    Relaxed,  ///< the system writes to the disk when it likes: for the many files of a batch
-    Synced,   ///< the file stands on the disk before it takes its name
 };
 
 class OutputFile {
@@ -47,14 +44,14 @@ class OutputFile {
     Status Commit(CommitMode mode, Durability durability = Durability::Relaxed);
 
   private:
-    OutputFile(std::filesystem::path target, std::filesystem::path temporary, int handle);
-    Status TakeName(CommitMode mode);
+    OutputFile(std::filesystem::path target, std::filesystem::path temporary, system_file::Handle handle);
+    Status TakeName(CommitMode mode, Durability durability);
     Status TakeTemporaryName();
     void Discard();
 
     std::filesystem::path target_;
     std::filesystem::path temporary_;  // empty while the file has no name
-    int handle_;
+    system_file::Handle handle_;
 };
 
 /// Writes a whole file at once through OutputFile.

@@ -1,19 +1,9 @@
-#include "core/SilencedStandardError.h"
-
-#ifndef _WIN32
 #include <fcntl.h>
 #include <unistd.h>
-#endif
+
+#include "core/SilencedStandardError.h"
 
 namespace pictavo {
-
-#ifdef _WIN32
-
-SilencedStandardError::SilencedStandardError() : kept_(-1) {}
-
-SilencedStandardError::~SilencedStandardError() = default;
-
-#else
 
 SilencedStandardError::SilencedStandardError() : kept_(dup(STDERR_FILENO)) {
     if (kept_ < 0) return;
@@ -28,7 +18,5 @@ SilencedStandardError::~SilencedStandardError() {
     dup2(kept_, STDERR_FILENO);
     close(kept_);
 }
-
-#endif
 
 }  // namespace pictavo

@@ -30,6 +30,11 @@ Failure CanNotBeCreated(const std::filesystem::path& path) {
     return FailWith(ErrorKind::WriteFailed, path, "can not be created");
 }
 
+/// The system counts in int; all that is passed to it here was an int before.
+int Number(Handle handle) {
+    return static_cast<int>(handle);
+}
+
 template <typename Call>
 auto Retry(Call call) {
     auto result = call();
@@ -60,11 +65,12 @@ Result<Opened> OpenForReading(const std::filesystem::path& path) {
                                         : "can not be opened (it is no regular file)");
 }
 
-Result<std::size_t> ReadAt(int handle, std::uint64_t offset, MutableByteView into) {
+Result<std::size_t> ReadAt(Handle handle, std::uint64_t offset, MutableByteView into) {
     std::size_t done = 0;
     while (done < into.size()) {
         const auto count = Retry([&] {
-            return pread(handle, into.data() + done, into.size() - done, static_cast<off_t>(offset + done));
+            return pread(Number(handle), into.data() + done, into.size() - done,
+                         static_cast<off_t>(offset + done));
         });
         if (count < 0)
             return Fail(ErrorKind::ReadFailed, {}, offset + done, "can not be read (" + Reason(errno) + ")");
@@ -74,7 +80,7 @@ Result<std::size_t> ReadAt(int handle, std::uint64_t offset, MutableByteView int
     return done;
 }
 
-std::optional<int> CreateNameless(const std::filesystem::path& folder) {
+std::optional<Handle> CreateNameless(const std::filesystem::path& folder) {
 #ifdef O_TMPFILE
     static const bool canBeNamed = access(kOpenFiles, X_OK) == 0;
     if (!canBeNamed) return std::nullopt;
@@ -85,9 +91,9 @@ std::optional<int> CreateNameless(const std::filesystem::path& folder) {
     return std::nullopt;
 }
 
-Status Name(int handle, const std::filesystem::path& path) {
+Status Name(Handle handle, const std::filesystem::path& path) {
 #ifdef AT_EMPTY_PATH
-    if (linkat(handle, "", AT_FDCWD, path.c_str(), AT_EMPTY_PATH) == 0) return {};
+    if (linkat(Number(handle), "", AT_FDCWD, path.c_str(), AT_EMPTY_PATH) == 0) return {};
     const bool mayBeForbidden = errno == ENOENT || errno == EPERM;  // to all but a privileged process
     const std::string link = std::string(kOpenFiles) + "/" + std::to_string(handle);
     if (mayBeForbidden && linkat(AT_FDCWD, link.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0)
@@ -96,26 +102,26 @@ Status Name(int handle, const std::filesystem::path& path) {
     return CanNotBeCreated(path);
 }
 
-Result<int> CreateNew(const std::filesystem::path& path) {
+Result<Handle> CreateNew(const std::filesystem::path& path) {
     const int handle =
         Retry([&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666); });
     if (handle >= 0) return handle;
     return CanNotBeCreated(path);
 }
 
-Status Write(int handle, ByteView bytes, const std::filesystem::path& path) {
+Status Write(Handle handle, ByteView bytes, const std::filesystem::path& path) {
     while (!bytes.empty()) {
-        const auto count = Retry([&] { return write(handle, bytes.data(), bytes.size()); });
+        const auto count = Retry([&] { return write(Number(handle), bytes.data(), bytes.size()); });
         if (count < 0) return FailWith(ErrorKind::WriteFailed, path, "can not be written");
         bytes = bytes.subspan(static_cast<std::size_t>(count));
     }
     return {};
 }
 
-Status WriteAt(int handle, std::uint64_t offset, ByteView bytes, const std::filesystem::path& path) {
+Status WriteAt(Handle handle, std::uint64_t offset, ByteView bytes, const std::filesystem::path& path) {
     while (!bytes.empty()) {
-        const auto count =
-            Retry([&] { return pwrite(handle, bytes.data(), bytes.size(), static_cast<off_t>(offset)); });
+        const auto count = Retry(
+            [&] { return pwrite(Number(handle), bytes.data(), bytes.size(), static_cast<off_t>(offset)); });
         if (count < 0) return FailWith(ErrorKind::WriteFailed, path, "can not be written");
         offset += static_cast<std::uint64_t>(count);
         bytes = bytes.subspan(static_cast<std::size_t>(count));
@@ -123,8 +129,8 @@ Status WriteAt(int handle, std::uint64_t offset, ByteView bytes, const std::file
     return {};
 }
 
-Status Sync(int handle, const std::filesystem::path& path) {
-    if (Retry([&] { return fsync(handle); }) < 0)
+Status Sync(Handle handle, const std::filesystem::path& path) {
+    if (Retry([&] { return fsync(Number(handle)); }) < 0)
         return FailWith(ErrorKind::WriteFailed, path, "can not be brought to the disk");
     return {};
 }
@@ -136,16 +142,18 @@ void SyncFolder(const std::filesystem::path& folder) {
     close(handle);
 }
 
-void Close(int handle) {
-    close(handle);
+void Close(Handle handle) {
+    close(Number(handle));
 }
 
-Status RenameReplacing(const std::filesystem::path& from, const std::filesystem::path& to) {
+Status RenameReplacing(const std::filesystem::path& from, const std::filesystem::path& to,
+                       Durability /*durability*/) {
     if (std::rename(from.c_str(), to.c_str()) == 0) return {};
     return FailWith(ErrorKind::WriteFailed, to, "can not be created");
 }
 
-Status RenameKeeping(const std::filesystem::path& from, const std::filesystem::path& to) {
+Status RenameKeeping(const std::filesystem::path& from, const std::filesystem::path& to,
+                     Durability /*durability*/) {
     if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return {};
     // File systems without that call have hard links, which never replace either.
     if ((errno == EINVAL || errno == ENOSYS) && link(from.c_str(), to.c_str()) == 0) {
@@ -168,7 +176,7 @@ bool OthersMayWrite(const std::filesystem::path& folder) {
     return stat(folder.c_str(), &status) == 0 && (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
 }
 
-std::optional<int> TakeLock(const std::filesystem::path& path) {
+std::optional<Handle> TakeLock(const std::filesystem::path& path) {
     const int handle = Retry(
         [&] { return open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600); });
     if (handle < 0) return std::nullopt;
@@ -179,7 +187,7 @@ std::optional<int> TakeLock(const std::filesystem::path& path) {
 }
 
 /// The name goes first: once the lock is free, a file of that name may be another holder's.
-void ReleaseLock(int handle, const std::filesystem::path& path) {
+void ReleaseLock(Handle handle, const std::filesystem::path& path) {
     unlink(path.c_str());
     Close(handle);
 }

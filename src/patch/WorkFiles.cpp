@@ -1,6 +1,7 @@
 #include "patch/WorkFiles.h"
 
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/SystemNames.h"
 
 namespace pictavo {
 
@@ -9,8 +10,7 @@ std::filesystem::path WorkFiles::Replacement(int number) const {
 }
 
 void RemoveWorkFile(const std::filesystem::path& path) {
-    std::error_code ignored;
-    std::filesystem::remove(path, ignored);
+    system_file::RemoveFile(path);
 }
 
 }  // namespace pictavo

@@ -4,6 +4,7 @@
 
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/OutputFile.h"
+#include "core/PathText.h"
 #include "patch/PngPatch.h"
 #include "session/Names.h"
 #include "session/PendingPatch.h"

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/PathText.h"
 #include "session/Messages.h"
 
 namespace pictavo {

@@ -1,6 +1,7 @@
 #include "session/Messages.h"
 
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/PathText.h"
 
 namespace pictavo {
 
@@ -18,15 +19,6 @@ std::string Title(const LanguageTable& texts, const std::string& subject, const 
 }
 
 }  // namespace
-
-std::string PathText(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
-
-std::filesystem::path PathOf(const std::string& text) {
-    return std::u8string(text.begin(), text.end());
-}
 
 Question OverwriteQuestion(const LanguageTable& texts, const std::filesystem::path& path) {
     return {Asked::Overwrite, texts.str_faExi + "!", PathText(path) + kLineBreak + texts.str_fChan + "?",

@@ -4,16 +4,11 @@
 /// return.
 
 #include "config/LanguageTable.h"
+#include "core/PathText.h"
 #include "core/Result.h"
 #include "session/Ports.h"
 
 namespace pictavo {
-
-/// The path as boxes show it, in UTF-8.
-std::string PathText(const std::filesystem::path& path);
-
-/// The path that such a text stands for.
-std::filesystem::path PathOf(const std::string& text);
 
 Question OverwriteQuestion(const LanguageTable& texts, const std::filesystem::path& path);
 Question CompressQuestion(const LanguageTable& texts);

@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/PathText.h"
 #include "session/Messages.h"
 
 namespace pictavo {
@@ -15,12 +16,11 @@ constexpr std::size_t kHexWidth = 3;
 constexpr unsigned kFirstKeptCode = 41;
 
 bool EndsWith(const std::filesystem::path& name, const std::string& end) {
-    const std::filesystem::path::string_type native = std::filesystem::path(end).native();
-    return name.native().ends_with(native);
+    return name.native().ends_with(PathOf(end).native());
 }
 
 std::filesystem::path Appended(std::filesystem::path name, const std::string& text) {
-    name += text;
+    name += PathOf(text).native();
     return name;
 }
 

@@ -1,6 +1,7 @@
 #include "session/OpenFiles.h"
 
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/PathText.h"
 #include "session/Messages.h"
 #include "session/Names.h"
 #include "session/OpenFullflash.h"

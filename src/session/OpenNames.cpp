@@ -1,6 +1,7 @@
 #include "session/OpenNames.h"
 
 #include "codec/PictureType.h"
+#include "core/PathText.h"
 #include "session/Messages.h"
 #include "session/Names.h"
 #include "session/OpenFiles.h"

@@ -3,6 +3,7 @@
 #include "codec/Bitmap.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/OutputFile.h"
+#include "core/PathText.h"
 #include "session/Messages.h"
 #include "tools/PNGcodec.h"
 
@@ -60,7 +61,7 @@ Status CheckWhole(const Session& session, const std::filesystem::path& png) {
 }  // namespace
 
 std::filesystem::path Session::Converter() const {
-    return std::filesystem::path(std::u8string(settings.nConvert.begin(), settings.nConvert.end()));
+    return PathOf(settings.nConvert);
 }
 
 Status CheckConverter(const Session& session) {

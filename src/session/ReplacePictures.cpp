@@ -8,6 +8,7 @@
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/FolderIndex.h"
 #include "core/OutputFile.h"
+#include "core/PathText.h"
 #include "patch/PitRecord.h"
 #include "session/Compression.h"
 #include "session/Messages.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/PathText.h"
 
 namespace pictavo {
 

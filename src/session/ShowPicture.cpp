@@ -2,6 +2,7 @@
 
 #include "codec/PictureType.h"
 #include "core/OutputFile.h"
+#include "core/PathText.h"
 #include "session/Messages.h"
 
 namespace pictavo {

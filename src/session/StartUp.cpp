@@ -1,5 +1,6 @@
 #include "session/StartUp.h"
 
+#include "core/PathText.h"
 #include "session/Messages.h"
 #include "session/PngConverter.h"
 #include "session/Report.h"

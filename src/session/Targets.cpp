@@ -2,11 +2,15 @@
 
 #include <algorithm>
 
+#include "core/PathText.h"
+#include "core/SystemNames.h"
 #include "session/Messages.h"
 
 namespace pictavo {
 
 namespace {
+
+using std::filesystem::file_type;
 
 bool IsInput(const Session& session, const std::filesystem::path& path, const Inputs& inputs) {
     if (session.flash.IsOpen() && IsSameFile(path, session.flash.source->Path())) return true;
@@ -15,20 +19,20 @@ bool IsInput(const Session& session, const std::filesystem::path& path, const In
 }
 
 /// A file can be replaced, and so can a link, whatever it leads to.
-Status CheckReplaceable(const std::filesystem::path& path, const std::filesystem::file_status& status) {
-    if (std::filesystem::is_regular_file(status) || std::filesystem::is_symlink(status)) return {};
+Status CheckReplaceable(const std::filesystem::path& path, file_type type) {
+    if (type == file_type::regular || type == file_type::symlink) return {};
     return Fail(ErrorKind::WriteFailed, path,
-                std::filesystem::is_directory(status) ? "is a folder" : "is no regular file");
+                type == file_type::directory ? "is a folder" : "is no regular file");
 }
 
 }  // namespace
 
 Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports,
                                             const std::filesystem::path& path, const Inputs& inputs) {
-    std::error_code ignored;
-    const std::filesystem::file_status status = std::filesystem::symlink_status(path, ignored);
-    if (!std::filesystem::exists(status)) return std::optional(CommitMode::KeepExisting);
-    PICTAVO_TRY(CheckReplaceable(path, status));
+    const file_type type = system_file::TypeOfName(path);
+    if (type == file_type::none || type == file_type::not_found)
+        return std::optional(CommitMode::KeepExisting);
+    PICTAVO_TRY(CheckReplaceable(path, type));
     if (IsInput(session, path, inputs))
         return Fail(ErrorKind::OutputIsInput, path, "is the very file that is read; it is never written");
     if (ports.prompts.Confirm(OverwriteQuestion(session.texts, path)))
@@ -39,8 +43,7 @@ Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports
 Result<TargetFolder> TargetFolder::Open(const std::filesystem::path& path) {
     PICTAVO_TRY(EnsureFolder(path));
     TargetFolder folder(path);
-    std::error_code error;
-    folder.wasEmpty_ = std::filesystem::is_empty(path, error) && !error;
+    folder.wasEmpty_ = system_file::IsEmptyFolder(path);
     return folder;
 }
 

@@ -39,7 +39,7 @@ bool HoldsWorkFiles(const std::filesystem::path& folder) {
 
 }  // namespace
 
-WorkFolder::WorkFolder(std::filesystem::path path, std::optional<int> lock)
+WorkFolder::WorkFolder(std::filesystem::path path, std::optional<system_file::Handle> lock)
     : path_(std::move(path)), lock_(lock) {}
 
 WorkFolder::WorkFolder(WorkFolder&& other) noexcept

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "core/Result.h"
+#include "core/SystemFile.h"
 
 namespace pictavo {
 
@@ -27,13 +28,13 @@ class WorkFolder {
     const std::filesystem::path& Path() const { return path_; }
 
   private:
-    WorkFolder(std::filesystem::path path, std::optional<int> lock);
+    WorkFolder(std::filesystem::path path, std::optional<system_file::Handle> lock);
 
     static std::optional<WorkFolder> Hold(const std::filesystem::path& folder);
     static Result<WorkFolder> CreateIn(const std::filesystem::path& folder);
 
-    std::filesystem::path path_;  // empty when moved from
-    std::optional<int> lock_;     // nothing for a private folder
+    std::filesystem::path path_;               // empty when moved from
+    std::optional<system_file::Handle> lock_;  // nothing for a private folder
 };
 
 }  // namespace pictavo

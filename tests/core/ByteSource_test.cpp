@@ -1,13 +1,18 @@
 #include "core/ByteSource.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <random>
-#include <sys/stat.h>
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <fcntl.h>
+#endif
 
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/FolderIndex.h"
 #include "core/LineReader.h"
+#include "support/SystemMeans.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
@@ -65,19 +70,25 @@ TEST(FileSource, GivesTheFilesBytesInAnyOrderAndAcrossItsWindows) {
     }
 }
 
-TEST(FileSource, RefusesFoldersPipesAndMissingFilesWithTheReason) {
+void ExpectRefused(const std::filesystem::path& path, const std::string& reason) {
+    const auto source = FileSource::Open(path);
+    ASSERT_FALSE(source) << path;
+    EXPECT_EQ(source.error(), (Error{ErrorKind::FileMissing, path, std::nullopt, reason}));
+}
+
+TEST(FileSource, RefusesFoldersDevicesAndMissingFilesWithTheReason) {
     const TempFolder temp;
-    ASSERT_EQ(mkfifo((temp / "pipe").c_str(), 0600), 0);
-    const std::vector<std::pair<std::filesystem::path, std::string>> refused{
-        {temp.Path(), "can not be opened (it is a folder)"},
-        {temp / "pipe", "can not be opened (it is no regular file)"},
-        {temp / "none", "can not be opened (No such file or directory)"},
-        {"/dev/null", "can not be opened (it is no regular file)"}};
-    for (const auto& [path, reason] : refused) {
-        const auto source = FileSource::Open(path);
-        ASSERT_FALSE(source) << path;
-        EXPECT_EQ(source.error(), (Error{ErrorKind::FileMissing, path, std::nullopt, reason}));
-    }
+    ExpectRefused(temp.Path(), "can not be opened (it is a folder)");
+    ExpectRefused(temp / "none", "can not be opened (No such file or directory)");
+    ExpectRefused(temp / "none" / "below", "can not be opened (No such file or directory)");
+    ExpectRefused(kNullDevice, "can not be opened (it is no regular file)");
+}
+
+TEST(FileSource, RefusesAPipeWithoutWaitingForItsOtherEnd) {
+    PICTAVO_NEEDS_POSIX("named pipes in folders");
+    const TempFolder temp;
+    ASSERT_TRUE(MakePipe(temp / "pipe"));
+    ExpectRefused(temp / "pipe", "can not be opened (it is no regular file)");
 }
 
 TEST(FileSource, AFileThatBecameShorterIsAnErrorAndNoCrash) {
@@ -89,6 +100,8 @@ TEST(FileSource, AFileThatBecameShorterIsAnErrorAndNoCrash) {
     ASSERT_FALSE(view);
     EXPECT_EQ(view.error(), (Error{ErrorKind::ReadFailed, path, 300'000, "the file became shorter"}));
 }
+
+#ifndef _WIN32
 
 TEST(FileSource, IsOpenedReadOnly) {
     const TempFolder temp;
@@ -103,6 +116,30 @@ TEST(FileSource, IsOpenedReadOnly) {
     }
     FAIL() << "the open file was not found";
 }
+
+#else
+
+TEST(FileSource, OthersMayWriteRenameAndRemoveTheFileMeanwhile) {
+    const TempFolder temp;
+    const auto path = WriteFile(temp / "file", std::string("x"));
+    const auto source = OpenFile(path);
+    EXPECT_EQ(ReadText(WriteFile(path, std::string("y"))), "y");
+    std::filesystem::rename(path, temp / "renamed");
+    EXPECT_TRUE(std::filesystem::remove(temp / "renamed"));
+}
+
+TEST(FileSource, IsOpenedReadOnly) {
+    const TempFolder temp;
+    const auto path = WriteFile(temp / "file", std::string("x"));
+    const auto source = OpenFile(path);
+    // One that lets others only read is refused while somebody may write.
+    const HANDLE reader =
+        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(reader, INVALID_HANDLE_VALUE);
+    CloseHandle(reader);
+}
+
+#endif
 
 std::vector<std::string> Lines(const std::string& text) {
     const MemorySource source(Bytes(text.begin(), text.end()));
@@ -152,6 +189,7 @@ TEST(LineReader, RefusesALineOfMoreThanAMebibyteByItsNumber) {
 
 TEST(FolderIndex, TakesTheExactNameFirstThenIgnoresTheCase) {
     const TempFolder temp;
+    PICTAVO_NEEDS_POSIX("two names that differ in case only");
     for (const char* name : {"A.BMP", "a.bmp", "B.Bmp", "b.bMP"}) WriteFile(temp / name, std::string("x"));
     const auto index = FolderIndex::Read(temp.Path());
     ASSERT_TRUE(index);
@@ -161,11 +199,21 @@ TEST(FolderIndex, TakesTheExactNameFirstThenIgnoresTheCase) {
     EXPECT_EQ(index->Find("c.bmp"), std::nullopt);
 }
 
+TEST(FolderIndex, FindsAnyLettersByTheirTextInUtf8) {
+    const TempFolder temp;
+    const std::filesystem::path file = WriteFile(temp.Path() / u8"Картинка \U0001F4F1.BMP", std::string("x"));
+    const auto index = FolderIndex::Read(temp.Path());
+    ASSERT_TRUE(index);
+    EXPECT_EQ(index->Find("Картинка \U0001F4F1.bmp"), file);
+    EXPECT_EQ(index->Find("картинка \U0001F4F1.bmp"), std::nullopt);
+}
+
 TEST(FolderIndex, HoldsRegularFilesOnlyAlsoThroughLinks) {
+    PICTAVO_NEEDS_POSIX("named pipes in folders");
     const TempFolder temp;
     const auto file = WriteFile(temp / "file", std::string("x"));
     std::filesystem::create_directory(temp / "folder");
-    ASSERT_EQ(mkfifo((temp / "pipe").c_str(), 0600), 0);
+    ASSERT_TRUE(MakePipe(temp / "pipe"));
     std::filesystem::create_symlink(file, temp / "to file");
     std::filesystem::create_symlink(temp / "folder", temp / "to folder");
     std::filesystem::create_symlink("nowhere", temp / "to nothing");

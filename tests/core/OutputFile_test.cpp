@@ -1,32 +1,19 @@
 #include "core/OutputFile.h"
 
-#include <csignal>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <sys/stat.h>
+#endif
+
+#include "support/FileSizeLimit.h"
+#include "support/SystemMeans.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
 namespace {
-
-/// While one stands, no file grows beyond a length: what a full disk looks like to a program.
-class FullDisk {
-  public:
-    explicit FullDisk(rlim_t longestFile) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{longestFile, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-  private:
-    rlimit before_{};
-};
 
 using Maker = Result<OutputFile> (*)(const std::filesystem::path&);
 
@@ -91,6 +78,7 @@ TEST_P(OutputFileTest, KeepsAnExistingFileThatMayNotBeReplaced) {
 }
 
 TEST_P(OutputFileTest, ReplacesALinkAndNotWhatItLeadsTo) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
     const auto other = WriteFile(temp / "other", std::string("other"));
     std::filesystem::create_symlink(other, target);
     OutputFile file = Begin(target);
@@ -109,6 +97,8 @@ TEST_P(OutputFileTest, WritesOverWhatItHoldsAlready) {
     EXPECT_EQ(ReadText(target), "012abc6789!");
 }
 
+#ifndef _WIN32
+
 TEST_P(OutputFileTest, HasTheRightsThatTheUsersMaskLeaves) {
     const mode_t before = umask(027);
     OutputFile file = Begin(target);
@@ -119,11 +109,47 @@ TEST_P(OutputFileTest, HasTheRightsThatTheUsersMaskLeaves) {
     EXPECT_EQ(status.st_mode & 0777U, 0640U);
 }
 
+#else
+
+/// Another program that has a file open and does not let it go.
+class OpenElsewhere {
+  public:
+    explicit OpenElsewhere(const std::filesystem::path& path)
+        : handle_(
+              CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr)) {
+        EXPECT_NE(handle_, INVALID_HANDLE_VALUE) << path;
+    }
+    ~OpenElsewhere() { CloseHandle(handle_); }
+    OpenElsewhere(const OpenElsewhere&) = delete;
+    OpenElsewhere& operator=(const OpenElsewhere&) = delete;
+
+  private:
+    HANDLE handle_;
+};
+
+TEST_P(OutputFileTest, AFileThatAnotherProgramHoldsStaysWithTheReason) {
+    WriteFile(target, std::string("old"));
+    {
+        const OpenElsewhere elsewhere(target);
+        OutputFile file = Begin(target);
+        EXPECT_TRUE(Write(file, "new"));
+        const Status committed = file.Commit(CommitMode::Replace);
+        ASSERT_FALSE(committed);
+        EXPECT_EQ(committed.error().kind, ErrorKind::WriteFailed);
+        EXPECT_EQ(committed.error().path, target);
+    }
+    EXPECT_EQ(ReadText(target), "old");
+    EXPECT_EQ(Names(), std::vector<std::string>{"target"});
+}
+
+#endif
+
 TEST_P(OutputFileTest, AFullDiskLeavesTheOldFileAndNothingElse) {
+    PICTAVO_NEEDS_POSIX("full disks");
     WriteFile(target, std::string("old"));
     {
         OutputFile file = Begin(target);
-        const FullDisk full(1000);
+        const FileSizeLimit full(1000);
         const Status written = file.Write(Bytes(5000, 1));
         ASSERT_FALSE(written);
         EXPECT_EQ(written.error(), (Error{ErrorKind::WriteFailed, target, std::nullopt,
@@ -162,6 +188,7 @@ TEST_P(OutputFileTest, ANameWithoutAFolderIsInTheCurrentOne) {
 }
 
 TEST(OutputFile, LeavesNoTraceInTheFolderWhileItIsWritten) {
+    PICTAVO_NEEDS_POSIX("files without a name");
     const TempFolder temp;
     auto file = OutputFile::Create(temp / "target");
     ASSERT_TRUE(file);
@@ -201,13 +228,21 @@ TEST(EnsureFolder, AFileInTheWayIsAnError) {
 
 TEST(EnsureFolder, ANameThatTheSystemRefusesIsAnError) {
     const TempFolder temp;
+    const std::filesystem::path folder = temp / std::string(300, 'n');
+    const Status made = EnsureFolder(folder);
+    ASSERT_FALSE(made);
+    EXPECT_EQ(made.error().kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(made.error().path, folder);
+}
+
+TEST(EnsureFolder, ALinkToItselfIsAnError) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
+    const TempFolder temp;
     std::filesystem::create_symlink("circle", temp / "circle");
-    for (const std::filesystem::path& folder : {temp / std::string(300, 'n'), temp / "circle"}) {
-        const Status made = EnsureFolder(folder);
-        ASSERT_FALSE(made) << folder;
-        EXPECT_EQ(made.error().kind, ErrorKind::WriteFailed);
-        EXPECT_EQ(made.error().path, folder);
-    }
+    const Status made = EnsureFolder(temp / "circle");
+    ASSERT_FALSE(made);
+    EXPECT_EQ(made.error().kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(made.error().path, temp / "circle");
 }
 
 TEST(NameIsFree, OnlyWhereNothingStands) {
@@ -215,16 +250,27 @@ TEST(NameIsFree, OnlyWhereNothingStands) {
     EXPECT_TRUE(NameIsFree(temp / "nothing"));
     EXPECT_FALSE(NameIsFree(temp.Path()));
     EXPECT_FALSE(NameIsFree(WriteFile(temp / "file", Bytes{1})));
+}
+
+TEST(NameIsFree, ALinkThatLeadsNowhereHasTheName) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
+    const TempFolder temp;
     std::filesystem::create_symlink(temp / "nothing", temp / "link");
     EXPECT_FALSE(NameIsFree(temp / "link"));
 }
 
-TEST(IsSameFile, SeesThroughLinks) {
+TEST(IsSameFile, SeesThroughSymbolicLinks) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
     const TempFolder temp;
     const auto file = WriteFile(temp / "file", std::string("x"));
     std::filesystem::create_symlink(file, temp / "soft");
-    std::filesystem::create_hard_link(file, temp / "hard");
     EXPECT_TRUE(IsSameFile(file, temp / "soft"));
+}
+
+TEST(IsSameFile, SeesThroughHardLinksAndOtherSpellings) {
+    const TempFolder temp;
+    const auto file = WriteFile(temp / "file", std::string("x"));
+    std::filesystem::create_hard_link(file, temp / "hard");
     EXPECT_TRUE(IsSameFile(file, temp / "hard"));
     EXPECT_TRUE(IsSameFile(file, temp / "." / "file"));
     EXPECT_FALSE(IsSameFile(file, WriteFile(temp / "twin", std::string("x"))));

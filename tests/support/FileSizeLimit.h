@@ -1,12 +1,28 @@
 #pragma once
 
-/// As long as it lives, writes past `bytes` of any file fail as on a full disk.
+/// As long as it lives, writes past `bytes` of any file fail as on a full disk. For tests that begin with
+/// PICTAVO_NEEDS_POSIX.
 
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
+
+#include "support/SystemMeans.h"
+
+#ifndef _WIN32
 #include <sys/resource.h>
+#endif
 
 namespace pictavo::tests {
+
+#ifdef _WIN32
+
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(std::uint64_t /*bytes*/) { std::abort(); }
+};
+
+#else
 
 class FileSizeLimit {
   public:
@@ -26,5 +42,7 @@ class FileSizeLimit {
     rlimit old_{};
     void (*oldHandler_)(int);
 };
+
+#endif
 
 }  // namespace pictavo::tests

@@ -3,11 +3,11 @@
 /// A scratch folder of the test's own, removed at its end, and short ways to read and write files in it.
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -18,9 +18,11 @@ namespace pictavo::tests {
 class TempFolder {
   public:
     TempFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "pictavo-test-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) std::abort();
-        path_ = name;
+        std::random_device random;
+        do {
+            path_ = std::filesystem::temp_directory_path() / ("pictavo-test-" + std::to_string(random()));
+        } while (!std::filesystem::create_directory(path_));
+        std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
     }
     ~TempFolder() {
         std::error_code ignored;

@@ -1,0 +1,13 @@
+#include "core/PathText.h"
+
+namespace pictavo {
+
+std::string PathText(const std::filesystem::path& path) {
+    return path.native();
+}
+
+std::filesystem::path PathOf(std::string_view text) {
+    return std::string(text);
+}
+
+}  // namespace pictavo

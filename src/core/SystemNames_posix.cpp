@@ -1,0 +1,52 @@
+#include <system_error>
+
+#include "core/SystemNames.h"
+
+namespace pictavo::system_file {
+
+std::filesystem::file_type TypeOfName(const std::filesystem::path& path) {
+    std::error_code ignored;
+    return std::filesystem::symlink_status(path, ignored).type();
+}
+
+std::filesystem::file_type TypeOfFile(const std::filesystem::path& path) {
+    std::error_code ignored;
+    return std::filesystem::status(path, ignored).type();
+}
+
+bool AreSame(const std::filesystem::path& one, const std::filesystem::path& other) {
+    std::error_code error;
+    return std::filesystem::equivalent(one, other, error) && !error;
+}
+
+void RemoveFile(const std::filesystem::path& path) {
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
+}
+
+Status CreateFolders(const std::filesystem::path& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (TypeOfFile(folder) == std::filesystem::file_type::directory) return {};
+    return Fail(
+        ErrorKind::WriteFailed, folder,
+        "can not be made a folder (" + (error ? error.message() : std::string("a file has this name")) + ")");
+}
+
+Result<std::vector<std::filesystem::path>> FileNamesIn(const std::filesystem::path& folder) {
+    std::error_code error;
+    std::vector<std::filesystem::path> names;
+    for (auto entry = std::filesystem::directory_iterator(folder, error);
+         !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
+        if (std::error_code ignored; entry->is_regular_file(ignored))
+            names.push_back(entry->path().filename());
+    if (!error) return names;
+    return Fail(ErrorKind::FileMissing, folder, "the folder can not be read (" + error.message() + ")");
+}
+
+bool IsEmptyFolder(const std::filesystem::path& folder) {
+    std::error_code error;
+    return std::filesystem::is_empty(folder, error) && !error;
+}
+
+}  // namespace pictavo::system_file

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace pictavo::system_file {
+
+/// `path` as the system's calls take it at any length: a long one is made absolute and marked as such, since
+/// the calls refuse names of 260 characters and more without the mark. A short one stays as it is.
+std::wstring SystemPath(const std::filesystem::path& path);
+
+}  // namespace pictavo::system_file

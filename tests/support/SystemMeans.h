@@ -1,0 +1,38 @@
+#pragma once
+
+/// What a test can make on most systems and not on Windows.
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
+namespace pictavo::tests {
+
+/// Stands at the start of a test that needs the means named, such as "symbolic links": on Windows, where
+/// links take a privilege that tests do not have, the test is reported as skipped.
+#ifdef _WIN32
+#define PICTAVO_NEEDS_POSIX(means) GTEST_SKIP() << "Windows gives a test no " << (means)
+#else
+#define PICTAVO_NEEDS_POSIX(means) static_cast<void>(means)
+#endif
+
+/// A name that can be opened and is no file.
+#ifdef _WIN32
+inline constexpr const char* kNullDevice = "NUL";
+#else
+inline constexpr const char* kNullDevice = "/dev/null";
+#endif
+
+/// False when the system has no pipes among its files.
+inline bool MakePipe([[maybe_unused]] const std::filesystem::path& path) {
+#ifdef _WIN32
+    return false;
+#else
+    return mkfifo(path.c_str(), 0600) == 0;
+#endif
+}
+
+}  // namespace pictavo::tests

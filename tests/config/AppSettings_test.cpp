@@ -4,6 +4,7 @@
 
 #include "support/FileSizeLimit.h"
 #include "support/Refusal.h"
+#include "support/SystemMeans.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
@@ -258,6 +259,7 @@ TEST_F(SaveAppSettingsTest, ALineEndInATextBeginsNoSetting) {
 }
 
 TEST_F(SaveAppSettingsTest, OnAFullDiskTheOldFileStays) {
+    PICTAVO_NEEDS_POSIX("full disks");
     WriteFile(path, std::string("ChanR=true\r\n"));
     {
         const FileSizeLimit full(20);

@@ -4,6 +4,7 @@
 
 #include "config/LanguageKeys.h"
 #include "support/Refusal.h"
+#include "support/SystemMeans.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
@@ -285,6 +286,7 @@ TEST_F(LoadLanguageTest, AFullPathIsLookedForInTheFolder) {
 }
 
 TEST_F(LoadLanguageTest, WhatStandsThereAndCanNotBeOpenedIsAFailureThatNamesIt) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
     std::filesystem::create_directory(first / "Folder.lng");
     std::filesystem::create_symlink(first / "gone", first / "Link.lng");
     for (const std::string language : {"Folder", "Link"}) {

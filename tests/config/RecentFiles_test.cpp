@@ -3,6 +3,7 @@
 #include "config/AppSettings.h"
 #include "support/FileSizeLimit.h"
 #include "support/Refusal.h"
+#include "support/SystemMeans.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
@@ -130,6 +131,7 @@ TEST_F(AppendRecentFilesTest, AnEmptyFileGetsTheLinesOnly) {
 }
 
 TEST_F(AppendRecentFilesTest, OnAFullDiskTheOldFileStays) {
+    PICTAVO_NEEDS_POSIX("full disks");
     WriteFile(path, std::string("ChanR=true\r\n"));
     {
         const FileSizeLimit full(20);

@@ -15,7 +15,7 @@ using ::testing::Not;
 std::vector<fs::path> FilesUnder(const fs::path& folder, const std::set<std::string>& extensions) {
     std::vector<fs::path> files;
     for (const auto& entry : fs::recursive_directory_iterator(folder))
-        if (entry.is_regular_file() && extensions.contains(entry.path().extension()))
+        if (entry.is_regular_file() && extensions.contains(entry.path().extension().string()))
             files.push_back(entry.path());
     return files;
 }

@@ -5,6 +5,7 @@
 #include "support/FileSizeLimit.h"
 #include "support/Refusal.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -223,6 +224,7 @@ TEST_F(ChangePngTest, ARefusedSecondReplacementLeavesTheFirst) {
 }
 
 TEST_F(ChangePngTest, AFullDiskLeavesThePendingPatchAsItWas) {
+    PICTAVO_NEEDS_POSIX("full disks");
     Open(Flash());
     EXPECT_TRUE(Change(New(Png(900))).IsClean());
     const std::string first = Pending();

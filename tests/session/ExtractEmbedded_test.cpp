@@ -3,6 +3,7 @@
 #include "samples/Sample.h"
 #include "support/FileSizeLimit.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -147,6 +148,7 @@ TEST_F(ExtractEmbeddedTest, AFileThatCanNotBeWrittenDoesNotStopTheSearch) {
 }
 
 TEST_F(ExtractEmbeddedTest, WhereNoFileCanBeWrittenTheSearchStillRunsToItsEnd) {
+    PICTAVO_NEEDS_POSIX("folders that nobody can write");
     out = "/proc";
     const Outcome outcome = Extract(Source(Gif(20) + Gif(30)));
     EXPECT_EQ(outcome.problems.size(), 2U);
@@ -164,6 +166,7 @@ TEST_F(ExtractEmbeddedTest, AFileInThePlaceOfTheFolderIsRefused) {
 }
 
 TEST_F(ExtractEmbeddedTest, AFullDiskLosesOnlyTheFilesThatDoNotFit) {
+    PICTAVO_NEEDS_POSIX("full disks");
     const auto source = Source(Gif(500) + Gif(5000) + Gif(600));
     Outcome outcome;
     {
@@ -178,6 +181,7 @@ TEST_F(ExtractEmbeddedTest, AFullDiskLosesOnlyTheFilesThatDoNotFit) {
 }
 
 TEST_F(ExtractEmbeddedTest, AFullDiskLeavesTheOldFileOfTheName) {
+    PICTAVO_NEEDS_POSIX("full disks");
     std::filesystem::create_directory(out);
     WriteFile(out / "00000000.gif", "old"s);
     const auto source = Source(Gif(5000));
@@ -201,6 +205,7 @@ TEST_F(ExtractEmbeddedTest, ASourceThatWouldBeItsOwnOutputIsLeftAlone) {
 }
 
 TEST_F(ExtractEmbeddedTest, TheOpenFlashIsNeverAnOutput) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
     Open(FourIcons());
     std::filesystem::create_directory(out);
     std::filesystem::create_symlink(flashPath, out / "00000000.gif");

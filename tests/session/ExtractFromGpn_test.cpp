@@ -2,6 +2,7 @@
 
 #include "support/FileSizeLimit.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -237,6 +238,7 @@ TEST_F(ExtractFromGpnTest, AFileThatCanNotBeWrittenIsNamedAndTheOthersGoOn) {
 }
 
 TEST_F(ExtractFromGpnTest, AnUnwritableFolderLosesEveryPictureByItsNumber) {
+    PICTAVO_NEEDS_POSIX("folders that nobody can write");
     out = "/proc";
     const Outcome outcome = Extract(Gpf(50001) + Gpf2(50002));
     EXPECT_EQ(outcome.written, 0U);
@@ -245,6 +247,7 @@ TEST_F(ExtractFromGpnTest, AnUnwritableFolderLosesEveryPictureByItsNumber) {
 }
 
 TEST_F(ExtractFromGpnTest, AFullDiskLosesOnlyThePictureThatDoesNotFit) {
+    PICTAVO_NEEDS_POSIX("full disks");
     const auto container = Container(Gpf(5) + Gpf(6, 4800) + Gpf(7));
     Outcome outcome;
     {
@@ -272,6 +275,7 @@ TEST_F(ExtractFromGpnTest, AContainerThatWouldBeItsOwnOutputIsLeftAlone) {
 }
 
 TEST_F(ExtractFromGpnTest, ALinkToTheContainerIsNoOutputEither) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
     std::filesystem::create_directory(out);
     const auto container = Container(Gpf(5));
     std::filesystem::create_symlink(container, out / "5.gpf");

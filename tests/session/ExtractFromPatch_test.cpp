@@ -5,6 +5,7 @@
 #include "session/SavePatch.h"
 #include "support/FileSizeLimit.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -247,6 +248,7 @@ TEST_F(ExtractFromPatchTest, AMissingPatchIsToldWithoutItsPathBeforeTheFolderIsA
 }
 
 TEST_F(ExtractFromPatchTest, AnUnwritableFolderLosesEveryFileAndReadsOn) {
+    PICTAVO_NEEDS_POSIX("folders that nobody can write");
     out = "/proc";
     const Outcome outcome = Extract(Section("50007", {1}) + PngSection("pictavo"));
     EXPECT_EQ(outcome.end, Outcome::End::Done);
@@ -256,6 +258,7 @@ TEST_F(ExtractFromPatchTest, AnUnwritableFolderLosesEveryFileAndReadsOn) {
 }
 
 TEST_F(ExtractFromPatchTest, AFullDiskLosesOnlyTheFileThatDoesNotFit) {
+    PICTAVO_NEEDS_POSIX("full disks");
     const auto patch = Patch(Section("1", {1}) + Section("2", Bytes(4000, 7)) + Section("3", {3}));
     Outcome outcome;
     {

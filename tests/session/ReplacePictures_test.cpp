@@ -3,6 +3,7 @@
 #include "session/ShowPicture.h"
 #include "support/FileSizeLimit.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -230,6 +231,7 @@ TEST_F(ReplacePicturesTest, TheChooserNamesTheCommandAndFollowsHexNames) {
 }
 
 TEST_F(ReplacePicturesTest, AFullDiskKeepsTheOlderWorkFile) {
+    PICTAVO_NEEDS_POSIX("full disks");
     Open(FourIcons());
     ReplaceBy(2, samples::DrawIcon(8, 8, 5), 0x85);
     const Bytes older = ReadFile(session.workFiles.Replacement(2));

@@ -4,6 +4,7 @@
 #include "session/ShowPicture.h"
 #include "support/FileSizeLimit.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -333,6 +334,7 @@ TEST_F(SaveAllPicturesTest, TheFlashStaysUntouched) {
 }
 
 TEST_F(SaveAllPicturesTest, AFullDiskLeavesNoHalfFileAndTheOldOneAsItWas) {
+    PICTAVO_NEEDS_POSIX("full disks");
     Open(FourIcons());
     WriteOld("3.bmp");
     scripted.prompts.Expect(Asked::Overwrite, true);

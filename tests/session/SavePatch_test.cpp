@@ -4,6 +4,7 @@
 #include "session/ShowPicture.h"
 #include "support/FileSizeLimit.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -233,6 +234,7 @@ TEST_F(SavePatchTest, AnUnwritablePatchChangesNothing) {
 }
 
 TEST_F(SavePatchTest, TheFlashItselfIsRefusedAsTarget) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
     Open(TwoSquares());
     std::filesystem::create_symlink(flashPath, temp / "link.vkp");
     EXPECT_EQ(SavePatchTo(session, scripted.ports, temp / "link.vkp").outcome.problems[0].error.kind,
@@ -392,6 +394,7 @@ TEST_F(SavePatchTest, AnAcceptedOverwriteReplacesTheWholeFile) {
 }
 
 TEST_F(SavePatchTest, AFullDiskKeepsTheOldPatchAndTheWorkFiles) {
+    PICTAVO_NEEDS_POSIX("full disks");
     Open(TwoSquares());
     ReplaceByColour(0, 17, 16);
     const auto existing = WriteFile(temp / "a.vkp", std::string("old"));

@@ -3,6 +3,7 @@
 #include "codec/Bitmap.h"
 #include "session/ShowPicture.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -312,6 +313,7 @@ TEST_F(SaveAsGpfTest, WithNothingShownItIsRefusedWithoutAQuestionOrABox) {
 }
 
 TEST_F(SaveAsGpfTest, TheOpenFlashIsRefusedWithoutAQuestionAlsoThroughALink) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
     ShowPlain();
     std::filesystem::create_symlink(flashPath, temp / "link.gpf");
     scripted.prompts.Expect(Asked::WriteGpf2, false);

@@ -1,6 +1,7 @@
 #include "session/Settings.h"
 
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -82,6 +83,7 @@ TEST_F(SettingsTest, AFileThatCanNotBeCreatedIsToldAndTheLanguageIsReadAllTheSam
 }
 
 TEST_F(SettingsTest, WhatStandsInTheFilesPlaceAndCanNotBeReadIsToldAndLeftAlone) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
     std::filesystem::create_symlink(temp / "gone", session.places.settingsFile);
     const AppSettings before = session.settings;
     const Status loaded = LoadSettings(session);

@@ -2,6 +2,7 @@
 
 #include "support/FakeAssociations.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -30,6 +31,7 @@ TEST_F(StartUpTest, TheThreeTemporariesAreDeletedAndWorkFilesStay) {
 }
 
 TEST_F(StartUpTest, ALinkInATemporarysPlaceGoesAndItsTargetStays) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
     const auto target = WriteFile(temp / "kept", std::string("kept"));
     std::filesystem::create_symlink(target, session.workFiles.PngPatch());
     RemoveTemporaries(session);

@@ -1,8 +1,7 @@
 #include "session/Targets.h"
 
-#include <sys/stat.h>
-
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -30,14 +29,19 @@ TEST_F(TargetsTest, AFileThatExistsIsAskedFor) {
     EXPECT_EQ(AskTarget(session, scripted.ports, old).value(), std::nullopt);
 }
 
-TEST_F(TargetsTest, AFolderOrPipeIsRefusedWithoutAQuestion) {
+TEST_F(TargetsTest, AFolderIsRefusedWithoutAQuestion) {
     ExpectRefused(session.workFiles.folder, ErrorKind::WriteFailed, "is a folder");
-    ASSERT_EQ(mkfifo((temp / "pipe").c_str(), 0600), 0);
+}
+
+TEST_F(TargetsTest, APipeOrDeviceIsRefusedWithoutAQuestion) {
+    PICTAVO_NEEDS_POSIX("named pipes in folders");
+    ASSERT_TRUE(MakePipe(temp / "pipe"));
     ExpectRefused(temp / "pipe", ErrorKind::WriteFailed, "is no regular file");
-    ExpectRefused("/dev/null", ErrorKind::WriteFailed, "is no regular file");
+    ExpectRefused(kNullDevice, ErrorKind::WriteFailed, "is no regular file");
 }
 
 TEST_F(TargetsTest, ALinkIsAskedForWhateverItLeadsTo) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
     std::filesystem::create_symlink(session.workFiles.folder, temp / "link");
     std::filesystem::create_symlink("nowhere", temp / "dangling");
     for (const char* name : {"link", "dangling"}) {
@@ -50,14 +54,23 @@ TEST_F(TargetsTest, TheFlashAndEachInputAreRefusedWithoutAQuestionAlsoThroughALi
     Open(FourIcons());
     const auto one = WriteFile(temp / "one", std::string("1"));
     const auto two = WriteFile(temp / "two", std::string("2"));
-    std::filesystem::create_symlink(two, temp / "soft");
     std::filesystem::create_hard_link(one, temp / "hard");
-    for (const std::filesystem::path& target : {one, two, temp / "soft", temp / "hard", flashPath}) {
+    for (const std::filesystem::path& target : {one, two, temp / "hard", flashPath}) {
         const auto mode = AskTarget(session, scripted.ports, target, Inputs{one, temp / "missing", two});
         ASSERT_FALSE(mode) << target;
         EXPECT_EQ(mode.error().kind, ErrorKind::OutputIsInput);
         EXPECT_EQ(mode.error().path, target);
     }
+}
+
+TEST_F(TargetsTest, AnInputIsRefusedThroughASymbolicLinkToo) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
+    const auto input = WriteFile(temp / "input", std::string("1"));
+    std::filesystem::create_symlink(input, temp / "soft");
+    const auto mode = AskTarget(session, scripted.ports, temp / "soft", Inputs{input});
+    ASSERT_FALSE(mode);
+    EXPECT_EQ(mode.error().kind, ErrorKind::OutputIsInput);
+    EXPECT_EQ(mode.error().path, temp / "soft");
 }
 
 TEST_F(TargetsTest, AFolderThatIsMissingIsMade) {

@@ -32,7 +32,9 @@ class TempFolder {
     TempFolder& operator=(const TempFolder&) = delete;
 
     const std::filesystem::path& Path() const { return path_; }
-    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
+    std::filesystem::path operator/(const std::string& name) const {
+        return path_ / std::u8string(name.begin(), name.end());
+    }
 
   private:
     std::filesystem::path path_;
@@ -64,11 +66,13 @@ inline std::filesystem::path WriteFile(const std::filesystem::path& path, const 
     return WriteFile(path, AsBytes(text));
 }
 
-/// The names in a folder, hidden ones included, in order.
+/// The names in a folder in UTF-8, hidden ones included, in order.
 inline std::vector<std::string> ListNames(const std::filesystem::path& folder) {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        names.push_back(entry.path().filename().string());
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        const std::u8string name = entry.path().filename().u8string();
+        names.emplace_back(name.begin(), name.end());
+    }
     std::sort(names.begin(), names.end());
     return names;
 }

@@ -2,6 +2,7 @@
 
 #include "codec/Bitmap.h"
 #include "core/ByteSource.h"
+#include "core/PathText.h"
 #include "session/PngConverter.h"
 #include "tools/PNGcodec.h"
 
@@ -51,8 +52,16 @@ Result<Import> ImportConverted(PictureLoader& loader, const std::filesystem::pat
     PICTAVO_TRY(const auto source, FileSource::Open(bitmap));
     PICTAVO_TRY(const PictureFileInfo info, ReadPictureFileInfo(*source));
     if (info.kind == PictureFileKind::Png)
-        return Fail(ErrorKind::ConverterFailed, bitmap, "the converter wrote a PNG file");
+        return Fail(ErrorKind::ConverterFailed, bitmap, "it is a PNG file");
     return ImportPlain(loader, *source, info);
+}
+
+/// Whoever reads the message knows the PNG file, and nothing of the bitmap in between.
+Error ConversionError(const Session& session, const std::filesystem::path& png, const Error& ofBitmap) {
+    if (ofBitmap.kind == ErrorKind::TooLarge) return WithPath(ofBitmap, png);
+    return {ErrorKind::ConverterFailed, png, std::nullopt,
+            "the converter " + PathText(session.Converter()) + " made no bitmap of it that can be read (" +
+                ofBitmap.detail + ")"};
 }
 
 Result<Import> ImportPng(const Session& session, Ports& ports, const ByteSource& source) {
@@ -62,6 +71,7 @@ Result<Import> ImportPng(const Session& session, Ports& ports, const ByteSource&
                 ConvertPngToBitmap(session, ports.processes, source.Path(), png.colourType));
     auto import = ImportConverted(ports.pictures, bitmap);
     RemovePngTemporaries(session);
+    if (!import) return Failure(ConversionError(session, source.Path(), import.error()));
     return import;
 }
 

@@ -82,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(Broken{"Missing", ""}, Broken{"AFolder", "", true}, Broken{"Crashing", "kill -SEGV $$"},
                       Broken{"Failing", "exit 3"}, Broken{"WritingNothing", "exit 0"},
                       Broken{"WritingAnEmptyFile", "while [ $1 != -o ]; do shift; done; : >\"$2\"", false,
-                             std::filesystem::perms::owner_all, "PNGtemp.bmp"},
+                             std::filesystem::perms::owner_all, "made no bitmap of it that can be read"},
                       Broken{"NotExecutable", "exit 0", false, std::filesystem::perms::owner_read}),
     [](const auto& test) { return test.param.title; });
 

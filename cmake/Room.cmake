@@ -1,10 +1,12 @@
 # pictavo_sources(VARIABLE NAME): every source file of one folder under src/ that is for the system built for: names
-# that end in _win32 are for Windows alone, names that end in _posix for all others.
+# that end in _win32 are for Windows alone, names that end in _posix for all others, and so are the files of shell/ that
+# know freedesktop.org desktops.
 
 function(pictavo_sources variable name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.h)
   if(WIN32)
     list(FILTER sources EXCLUDE REGEX "_posix\\.(cpp|h)$")
+    list(FILTER sources EXCLUDE REGEX "/(Freedesktop|Desktop|DefaultApplication|KeyFile|MimePackage)[A-Za-z]*\\.(cpp|h)$")
   else()
     list(FILTER sources EXCLUDE REGEX "_win32\\.(cpp|h)$")
   endif()
@@ -18,7 +20,6 @@ endfunction()
 function(pictavo_room name)
   pictavo_sources(sources ${name})
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
-  list(FILTER sources EXCLUDE REGEX "_win32\\.cpp$")
   add_library(pictavo_${name} STATIC ${sources})
   set_target_properties(pictavo_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)  # a module may be made of it
   target_include_directories(pictavo_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/generated)

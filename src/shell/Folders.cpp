@@ -1,9 +1,5 @@
 #include "shell/Folders.h"
 
-#include <QLocale>
-#include <QStandardPaths>
-#include <array>
-
 #include "core/OutputFile.h"
 
 namespace pictavo {
@@ -11,7 +7,6 @@ namespace pictavo {
 namespace {
 
 constexpr const char* kSettingsName = "Pictavo.ini";
-constexpr const char* kFolderName = "pictavo";
 
 /// A file or anything else of that name: what is there is not passed over.
 bool Exists(const std::filesystem::path& path) {
@@ -30,20 +25,7 @@ std::filesystem::path InUserFolder(const std::filesystem::path& userFolder) {
     return userFolder / kSettingsName;
 }
 
-/// The locale that names the character set, by the variables that the system takes it from.
-QLocale LocaleOfTexts() {
-    for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"})
-        if (const QString name = qEnvironmentVariable(variable); !name.isEmpty()) return QLocale(name);
-    return QLocale::system();
-}
-
 }  // namespace
-
-std::filesystem::path UserFolder() {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    if (folder.isEmpty()) return {};
-    return std::filesystem::path(folder.toStdU16String()) / kFolderName;
-}
 
 std::filesystem::path SettingsFile(const std::filesystem::path& programFolder,
                                    const std::filesystem::path& userFolder) {
@@ -51,14 +33,6 @@ std::filesystem::path SettingsFile(const std::filesystem::path& programFolder,
     if (userFolder.empty() || Exists(beside)) return beside;
     if (Exists(userFolder / kSettingsName)) return userFolder / kSettingsName;
     return CanBeCreated(beside) ? beside : InUserFolder(userFolder);
-}
-
-std::vector<std::filesystem::path> DataFolders(const std::filesystem::path& programFolder) {
-    return {programFolder, programFolder.parent_path() / "share" / kFolderName};
-}
-
-bool IsLocaleCyrillic() {
-    return LocaleOfTexts().script() == QLocale::CyrillicScript;
 }
 
 }  // namespace pictavo

@@ -1,11 +1,19 @@
 #pragma once
 
+/// Where the running program lies, and what lies beside it.
+
 #include <filesystem>
 
 namespace pictavo {
 
 /// The folder of the executable itself, also when it was started through a link, and whatever the current
-/// folder is. Needs a QCoreApplication everywhere but on Linux with /proc.
+/// folder is. Needs a QCoreApplication everywhere but on Windows and on Linux with /proc.
 std::filesystem::path ProgramFolder();
+
+/// The window's executable in that folder, as this system names it. It need not be there.
+std::filesystem::path WindowProgram(const std::filesystem::path& programFolder);
+
+/// The converter that comes with the program. It need not be there.
+std::filesystem::path ConverterProgram(const std::filesystem::path& programFolder);
 
 }  // namespace pictavo

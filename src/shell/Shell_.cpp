@@ -2,6 +2,8 @@
 
 #include <QProcess>
 
+#include "shell/ChildConsole.h"
+
 namespace pictavo {
 
 namespace {
@@ -22,6 +24,7 @@ void QtProcessRunner::RunAndWait(const std::filesystem::path& program,
     QStringList list;
     for (const std::string& argument : arguments) list.append(QString::fromStdString(argument));
     QProcess process;
+    HideConsole(process);
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());

@@ -1,9 +1,9 @@
 #include "shell/WorkFolder.h"
 
-#include <cstdlib>
 #include <utility>
 
 #include "core/SystemFile.h"
+#include "shell/TemporaryFolder.h"
 
 namespace pictavo {
 
@@ -12,21 +12,6 @@ namespace {
 constexpr const char* kLockName = "pictavo.lock";
 constexpr const char* kPrivatePrefix = "pictavo-";
 constexpr const char* kWorkFileExtension = ".gpf2";
-
-/// The folder that TMP names; empty when it is not set or names none.
-std::filesystem::path NamedFolder() {
-    const char* name = std::getenv("TMP");
-    std::error_code error;
-    if (name == nullptr || !std::filesystem::is_directory(name, error)) return {};
-    const std::filesystem::path folder = std::filesystem::absolute(name, error);
-    return error ? std::filesystem::path() : folder;
-}
-
-std::filesystem::path SystemFolder() {
-    std::error_code error;
-    const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
-    return error ? std::filesystem::path("/tmp") : folder;
-}
 
 /// What can not be looked into counts as holding some.
 bool HoldsWorkFiles(const std::filesystem::path& folder) {
@@ -65,8 +50,9 @@ Result<WorkFolder> WorkFolder::CreateIn(const std::filesystem::path& folder) {
 }
 
 Result<WorkFolder> WorkFolder::Open() {
-    const std::filesystem::path named = NamedFolder();
-    if (named.empty()) return CreateIn(SystemFolder());
+    std::error_code error;
+    const std::filesystem::path named = std::filesystem::absolute(NamedTemporaryFolder(), error);
+    if (error || named.empty()) return CreateIn(SystemTemporaryFolder());
     if (!system_file::OthersMayWrite(named))
         if (auto held = Hold(named)) return std::move(*held);
     return CreateIn(named);

@@ -23,9 +23,10 @@ inline QString QtPath(const std::filesystem::path& path) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+/// Parted as the system does it, and not, as Qt does, by slashes on every one.
 inline std::filesystem::path StdPath(const QString& path) {
     const QByteArray bytes = path.toUtf8();
-    return std::u8string(bytes.begin(), bytes.end());
+    return std::filesystem::path(std::u8string(bytes.begin(), bytes.end())).make_preferred();
 }
 
 }  // namespace pictavo

@@ -7,15 +7,16 @@
 #include "core/Version.h"
 #include "session/Messages.h"
 #include "shell/Folders.h"
-#include "shell/FreedesktopStore.h"
 #include "shell/ProgramFolder.h"
 #include "shell/QtPictureLoader.h"
 #include "shell/ReadMe.h"
 #include "shell/Shell_.h"
 #include "shell/SystemAssociations.h"
+#include "shell/SystemStore.h"
 #include "shell/WorkFolder.h"
 #include "ui/AppIcon.h"
 #include "ui/Form1.h"
+#include "ui/GivenNames.h"
 #include "ui/QtPrompts.h"
 #include "ui/QtText.h"
 
@@ -23,23 +24,13 @@ namespace {
 
 using namespace pictavo;
 
-#ifdef _WIN32
-constexpr const char* kExecutableSuffix = ".exe";
-#else
-constexpr const char* kExecutableSuffix = "";
-#endif
-
-std::filesystem::path Executable(const std::string& name) {
-    return ProgramFolder() / (name + kExecutableSuffix);
-}
-
 /// Where things lie, and the settings that hold without a file.
 Session MakeSession(const std::filesystem::path& workFolder) {
     Session session;
     session.places.settingsFile = SettingsFile(ProgramFolder());
     session.places.languageFolders = DataFolders(ProgramFolder());
     session.places.codePage = IsLocaleCyrillic() ? CodePage::Windows1251 : CodePage::Windows1252;
-    session.settings.nConvert = PathText(Executable("pictavo-convert"));
+    session.settings.nConvert = PathText(ConverterProgram(ProgramFolder()));
     session.settings.Language = "English";
     session.workFiles.folder = workFolder;
     return session;
@@ -50,12 +41,10 @@ int RunWindow(const std::filesystem::path& workFolder, const std::vector<std::st
     QtProcessRunner processes;
     QtPictureLoader pictures;
     const auto showReadMe = [] { ShowReadMe(DataFolders(ProgramFolder())); };
-    WindowServices services{prompts, processes, pictures, nullptr, Executable("pictavo"), showReadMe};
-#ifndef _WIN32
-    FreedesktopStore store(UserDesktopFolders(), processes, AppIconPng);
-    SystemAssociations associations(store, prompts);
-    services.associations = &associations;
-#endif
+    const auto store = MakeSystemStore(processes, AppIconPng);
+    SystemAssociations associations(*store, prompts);
+    const WindowServices services{
+        prompts, processes, pictures, &associations, WindowProgram(ProgramFolder()), showReadMe};
     Form1 form(MakeSession(workFolder), services);
     prompts.Attach(&form, [&form] { return form.PickSaveCommand(); });
     form.show();
@@ -78,5 +67,5 @@ int main(int count, char** arguments) {
     QApplication::setWindowIcon(AppIcon());
     const auto workFolder = WorkFolder::Open();
     if (!workFolder) return Refuse(workFolder.error());
-    return RunWindow(workFolder->Path(), {arguments + 1, arguments + count});
+    return RunWindow(workFolder->Path(), GivenNames(count, arguments));
 }

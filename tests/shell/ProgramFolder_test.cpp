@@ -21,5 +21,10 @@ TEST(ProgramFolder, DoesNotFollowTheCurrentFolder) {
     std::filesystem::current_path(before);
 }
 
+TEST(ProgramFolder, HoldsTheOtherProgramsUnderTheNamesOfThisSystem) {
+    EXPECT_EQ(WindowProgram("/opt/the phone"), "/opt/the phone/pictavo");
+    EXPECT_EQ(ConverterProgram("/opt/the phone"), "/opt/the phone/pictavo-convert");
+}
+
 }  // namespace
 }  // namespace pictavo::tests

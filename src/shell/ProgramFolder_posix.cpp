@@ -1,6 +1,6 @@
-#include "shell/ProgramFolder.h"
-
 #include <QCoreApplication>
+
+#include "shell/ProgramFolder.h"
 
 namespace pictavo {
 
@@ -11,6 +11,14 @@ std::filesystem::path ProgramFolder() {
     if (!error) return executable.parent_path();
 #endif
     return QCoreApplication::applicationDirPath().toStdU16String();
+}
+
+std::filesystem::path WindowProgram(const std::filesystem::path& programFolder) {
+    return programFolder / "pictavo";
+}
+
+std::filesystem::path ConverterProgram(const std::filesystem::path& programFolder) {
+    return programFolder / "pictavo-convert";
 }
 
 }  // namespace pictavo

@@ -1,9 +1,8 @@
-#include "shell/ReadMe.h"
-
 #include <QDesktopServices>
 #include <QUrl>
 
 #include "core/BasicCalculations_Tarsk.h"
+#include "shell/ReadMe.h"
 
 namespace pictavo {
 

@@ -1,0 +1,7 @@
+#include "shell/ChildConsole.h"
+
+namespace pictavo {
+
+void HideConsole(QProcess&) {}
+
+}  // namespace pictavo

@@ -1,0 +1,28 @@
+#include <string>
+#include <windows.h>
+
+#include "shell/ProgramFolder.h"
+
+namespace pictavo {
+
+namespace {
+
+constexpr std::size_t kLongestPath = 32'768;
+
+}  // namespace
+
+std::filesystem::path ProgramFolder() {
+    std::wstring path(kLongestPath, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return std::filesystem::path(path).parent_path();
+}
+
+std::filesystem::path WindowProgram(const std::filesystem::path& programFolder) {
+    return programFolder / "Pictavo.exe";
+}
+
+std::filesystem::path ConverterProgram(const std::filesystem::path& programFolder) {
+    return programFolder / "pictavo-convert.exe";
+}
+
+}  // namespace pictavo

@@ -1,4 +1,5 @@
 #include "cli/Command.h"
+#include "cli/PathOption.h"
 #include "cli/Run.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "patch/PatchReader.h"
@@ -51,8 +52,8 @@ class CheckCommand final : public Command {
     CheckCommand() : Command("check", "Tell whether a patch's old bytes stand in a fullflash") {}
 
     void Declare(CLI::App& app) override {
-        app.add_option("PATCH", patch_, "The patch file")->required();
-        app.add_option("FLASH", flash_, "The fullflash file")->required();
+        AddPath(app, "PATCH", patch_, "The patch file")->required();
+        AddPath(app, "FLASH", flash_, "The fullflash file")->required();
         app.add_flag("--json", json_, "Print a JSON array");
     }
 
@@ -64,8 +65,8 @@ class CheckCommand final : public Command {
     }
 
   private:
-    std::string patch_;
-    std::string flash_;
+    std::filesystem::path patch_;
+    std::filesystem::path flash_;
     bool json_ = false;
 };
 
@@ -74,9 +75,9 @@ class ApplyCommand final : public Command {
     ApplyCommand() : Command("apply", "Write a copy of a fullflash with a patch applied") {}
 
     void Declare(CLI::App& app) override {
-        app.add_option("PATCH", patch_, "The patch file")->required();
-        app.add_option("FLASH", flash_, "The fullflash file; it is not changed")->required();
-        app.add_option("-o", copy_, "The copy to write")->required()->option_text("COPY");
+        AddPath(app, "PATCH", patch_, "The patch file")->required();
+        AddPath(app, "FLASH", flash_, "The fullflash file; it is not changed")->required();
+        AddPath(app, "-o", copy_, "The copy to write")->required()->option_text("COPY");
         app.add_flag("--force", force_, "Apply also where the old bytes do not stand in the flash");
         options_.DeclareOverwrite(app);
     }
@@ -106,9 +107,9 @@ class ApplyCommand final : public Command {
         return applied ? kDone : front.Fail(applied.error());
     }
 
-    std::string patch_;
-    std::string flash_;
-    std::string copy_;
+    std::filesystem::path patch_;
+    std::filesystem::path flash_;
+    std::filesystem::path copy_;
     bool force_ = false;
     AnswerOptions options_;
 };

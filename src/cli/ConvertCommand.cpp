@@ -1,5 +1,6 @@
 #include "cli/Command.h"
 #include "cli/NumberList.h"
+#include "cli/PathOption.h"
 #include "cli/Run.h"
 #include "codec/PictureEncoder.h"
 #include "core/BasicCalculations_Tarsk.h"
@@ -45,8 +46,8 @@ class ConvertCommand final : public Command {
         : Command("convert", "Turn one picture file into another kind, as OUT's extension says") {}
 
     void Declare(CLI::App& app) override {
-        app.add_option("IN", in_, "A .gpf, .gpf2, .bmp, .gif, .jpg or .png file")->required();
-        app.add_option("OUT", out_, "A .bmp, .png, .gpf or .gpf2 file")->required();
+        AddPath(app, "IN", in_, "A .gpf, .gpf2, .bmp, .gif, .jpg or .png file")->required();
+        AddPath(app, "OUT", out_, "A .bmp, .png, .gpf or .gpf2 file")->required();
         app.add_option("--type", type_,
                        "Type code of a GPF: 01, 05, 08, 0A, or compressed 85, 88, 8A (default 8A)")
             ->option_text("HH");
@@ -91,8 +92,8 @@ class ConvertCommand final : public Command {
         return SaveGpfTo(run.session, run.ports, out_, extension == ".gpf2", *ParseType(type_), in_);
     }
 
-    std::string in_;
-    std::string out_;
+    std::filesystem::path in_;
+    std::filesystem::path out_;
     std::string type_ = "8A";
     std::string number_ = "0";  // read as decimal here: "010" is ten
     AnswerOptions options_;

@@ -1,5 +1,6 @@
 #include "cli/Command.h"
 #include "cli/NumberList.h"
+#include "cli/PathOption.h"
 #include "cli/Run.h"
 #include "session/SaveAllPictures.h"
 
@@ -20,8 +21,8 @@ class ExportCommand final : public Command {
     ExportCommand() : Command("export", "Save pictures of a fullflash as files, named by their numbers") {}
 
     void Declare(CLI::App& app) override {
-        app.add_option("FLASH", flash_, "The fullflash file")->required();
-        app.add_option("-o", folder_, "The folder for the files; created when missing")
+        AddPath(app, "FLASH", flash_, "The fullflash file")->required();
+        AddPath(app, "-o", folder_, "The folder for the files; created when missing")
             ->required()
             ->option_text("DIR");
         app.add_option("--format", format_, "bmp, gpf, gpf2 or png")
@@ -70,8 +71,8 @@ class ExportCommand final : public Command {
         outcome.problems.push_back({{ErrorKind::NoSuchPicture, flash_, std::nullopt, text}, std::nullopt});
     }
 
-    std::string flash_;
-    std::string folder_;
+    std::filesystem::path flash_;
+    std::filesystem::path folder_;
     std::string format_;
     std::string pictures_;
     AnswerOptions options_;

@@ -3,7 +3,9 @@
 #include <set>
 
 #include "cli/Command.h"
+#include "cli/PathOption.h"
 #include "cli/Run.h"
+#include "cli/Terminal.h"
 #include "session/ExtractEmbedded.h"
 #include "session/ExtractFromGpn.h"
 #include "session/ExtractFromPatch.h"
@@ -33,11 +35,11 @@ class ExtractCommand : public Command {
     virtual std::string Result(const Outcome&) const { return {}; }
 
     void DeclareSource(CLI::App& app, const std::string& name, const std::string& description) {
-        app.add_option(name, source_, description)->required();
+        AddPath(app, name, source_, description)->required();
     }
 
     void DeclareFolder(CLI::App& app) {
-        app.add_option("-o", folder_, "The folder for the files; created when missing")
+        AddPath(app, "-o", folder_, "The folder for the files; created when missing")
             ->required()
             ->option_text("DIR");
         options_.DeclareOverwrite(app);
@@ -46,8 +48,8 @@ class ExtractCommand : public Command {
     void DeclareNames(CLI::App& app) { options_.DeclareNames(app); }
 
   private:
-    std::string source_;
-    std::string folder_;
+    std::filesystem::path source_;
+    std::filesystem::path folder_;
     AnswerOptions options_;
 };
 

@@ -1,16 +1,13 @@
 #include "cli/Front.h"
 
-#include <array>
-#include <atomic>
-#include <csignal>
-#include <cstdlib>
 #include <ostream>
-#include <unistd.h>
 
+#include "cli/Terminal.h"
 #include "cli/Text.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/SystemFile.h"
 #include "session/Messages.h"
+#include "shell/TemporaryFolder.h"
 
 namespace pictavo::cli {
 
@@ -19,33 +16,8 @@ namespace {
 constexpr int kBarWidth = 40;
 constexpr std::chrono::milliseconds kPatience{500};
 
-std::atomic<bool> interrupted{false};
-static_assert(std::atomic<bool>::is_always_lock_free, "set by a signal handler");
-
-constexpr std::array kInterrupts = {SIGINT, SIGTERM, SIGHUP};
-
-/// An interrupt that whoever started the program had ignored stays so.
-void HandleInterrupts(void (*handler)(int)) {
-    for (const int interrupt : kInterrupts)
-        if (std::signal(interrupt, handler) == SIG_IGN) std::signal(interrupt, SIG_IGN);
-}
-
-/// The next one ends the program.
-extern "C" void NoteInterrupt(int) {
-    interrupted = true;
-    HandleInterrupts(SIG_DFL);
-}
-
 std::string ErrorText(const Error& error) {
     return error.path.empty() ? DetailText(error) : PathText(error.path) + ": " + DetailText(error);
-}
-
-std::filesystem::path TemporaryFolder() {
-    std::error_code error;
-    const char* named = std::getenv("TMP");
-    if (named != nullptr && std::filesystem::is_directory(named, error)) return named;
-    const std::filesystem::path system = std::filesystem::temp_directory_path(error);
-    return error ? std::filesystem::path("/tmp") : system;
 }
 
 }  // namespace
@@ -68,7 +40,7 @@ bool OptionPrompts::Confirm(const Question& question) {
     return false;
 }
 
-TerminalProgress::TerminalProgress(std::ostream& err) : err_(err), isTerminal_(isatty(STDERR_FILENO) != 0) {}
+TerminalProgress::TerminalProgress(std::ostream& err) : err_(err), isTerminal_(IsErrorTerminal()) {}
 
 TerminalProgress::~TerminalProgress() {
     if (isDrawn_) err_ << '\r' << std::string(kBarWidth + 8, ' ') << '\r' << std::flush;
@@ -84,15 +56,7 @@ bool TerminalProgress::At(double percent) {
         drawnPercent_ = whole;
         isDrawn_ = true;
     }
-    return !interrupted;
-}
-
-void CatchInterrupts() {
-    if (!interrupted) HandleInterrupts(NoteInterrupt);
-}
-
-void ReportFullDisks() {
-    std::signal(SIGXFSZ, SIG_IGN);
+    return !WasInterrupted();
 }
 
 void Front::Complain(const std::string& message) {

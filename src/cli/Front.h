@@ -57,15 +57,6 @@ class TerminalProgress final : public Progress {
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
-/// From now on an interrupt (Ctrl+C, a polite kill, the terminal's end) lets the command at hand end after
-/// the picture it is at; a second one ends the program at once. For commands that heed progress, or that must
-/// clean up behind themselves. May be called again.
-void CatchInterrupts();
-
-/// From now on a write beyond the limit of a file's size fails like one to a full disk, and does not end the
-/// program.
-void ReportFullDisks();
-
 /// What a command runs with: the streams, the folder of the executable, and the answers.
 struct Front {
     std::ostream& out;

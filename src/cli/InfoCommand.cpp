@@ -1,4 +1,5 @@
 #include "cli/Command.h"
+#include "cli/PathOption.h"
 #include "cli/Run.h"
 #include "cli/Text.h"
 #include "core/FlashText.h"
@@ -33,7 +34,7 @@ class InfoCommand final : public Command {
     InfoCommand() : Command("info", "Identify the phone that a fullflash comes from") {}
 
     void Declare(CLI::App& app) override {
-        app.add_option("FLASH", flash_, "The fullflash file")->required();
+        AddPath(app, "FLASH", flash_, "The fullflash file")->required();
         app.add_flag("--json", json_, "Print a JSON object");
     }
 
@@ -47,7 +48,7 @@ class InfoCommand final : public Command {
     }
 
   private:
-    std::string flash_;
+    std::filesystem::path flash_;
     bool json_ = false;
 };
 

@@ -1,4 +1,5 @@
 #include "cli/Command.h"
+#include "cli/PathOption.h"
 #include "cli/Run.h"
 
 namespace pictavo::cli {
@@ -39,7 +40,7 @@ class ListCommand final : public Command {
     ListCommand() : Command("list", "List the pictures of a fullflash") {}
 
     void Declare(CLI::App& app) override {
-        app.add_option("FLASH", flash_, "The fullflash file")->required();
+        AddPath(app, "FLASH", flash_, "The fullflash file")->required();
         app.add_flag("--json", json_, "Print a JSON array");
     }
 
@@ -52,7 +53,7 @@ class ListCommand final : public Command {
     }
 
   private:
-    std::string flash_;
+    std::filesystem::path flash_;
     bool json_ = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include "cli/Command.h"
 #include "cli/NumberList.h"
+#include "cli/PathOption.h"
 #include "cli/Run.h"
 #include "codec/PictureType.h"
 #include "core/BasicCalculations_Tarsk.h"
@@ -55,15 +56,15 @@ class PatchCommand final : public Command {
     PatchCommand() : Command("patch", "Replace pictures and write the ViKlay patch that does it") {}
 
     void Declare(CLI::App& app) override {
-        app.add_option("FLASH", flash_, "The fullflash file")->required();
-        app.add_option("-o", patch_, "The patch file to write")->required()->option_text("PATCH.vkp");
+        AddPath(app, "FLASH", flash_, "The fullflash file")->required();
+        AddPath(app, "-o", patch_, "The patch file to write")->required()->option_text("PATCH.vkp");
         auto* pictures =
             app.add_option("--picture", pictures_,
                            "Replace picture N by FILE, in BITS bits a pixel; may be given several times")
                 ->allow_extra_args(false)
                 ->option_text("N=FILE[@BITS] ...");
-        app.add_option("--folder", folder_,
-                       "Replace every picture that DIR holds a file for, named by its number")
+        AddPath(app, "--folder", folder_,
+                "Replace every picture that DIR holds a file for, named by its number")
             ->excludes(pictures)
             ->option_text("DIR");
         app.add_option("--bits", bits_, "Bits a pixel where no @BITS says it: 1, 8, 16 or 24 (default 16)")
@@ -113,13 +114,13 @@ class PatchCommand final : public Command {
 
     /// The pictures' and PNG files. Of the folder any that is named as a picture may be one.
     std::vector<std::filesystem::path> Inputs() const {
-        std::vector<std::filesystem::path> inputs(pngs_.begin(), pngs_.end());
-        for (const std::string& text : pictures_) inputs.emplace_back(ParseReplacement(text)->file);
-        const std::filesystem::path folder = PathOf(folder_);
-        const auto names = system_file::FileNamesIn(folder);
+        std::vector<std::filesystem::path> inputs;
+        for (const std::string& png : pngs_) inputs.push_back(PathOf(png));
+        for (const std::string& text : pictures_) inputs.push_back(PathOf(ParseReplacement(text)->file));
+        const auto names = system_file::FileNamesIn(folder_);
         if (!names) return inputs;
         for (const std::filesystem::path& name : *names)
-            if (HasPictureExtension(name)) inputs.push_back(folder / name);
+            if (HasPictureExtension(name)) inputs.push_back(folder_ / name);
         return inputs;
     }
 
@@ -138,7 +139,7 @@ class PatchCommand final : public Command {
     /// One after the other, up to the first that can not be taken.
     Outcome ChangePngs(cli::Run& run, std::string& lines) const {
         for (const std::string& path : pngs_) {
-            const ChangedPng changed = ChangePngFrom(run.session, run.ports, path);
+            const ChangedPng changed = ChangePngFrom(run.session, run.ports, PathOf(path));
             if (!changed.outcome.IsClean()) return changed.outcome;
             lines += "png " + changed.name + ": " + std::to_string(changed.length) + " bytes\n";
         }
@@ -160,7 +161,7 @@ class PatchCommand final : public Command {
         const auto index = static_cast<std::size_t>(replacement.number);
         if (index >= run.session.rows.size()) return Outcome::Refused(NoSuchPicture(), replacement.number);
         Outcome outcome =
-            ReplaceFrom(run.session, run.ports, index, replacement.file, TypeFor(replacement.bits));
+            ReplaceFrom(run.session, run.ports, index, PathOf(replacement.file), TypeFor(replacement.bits));
         for (Problem& problem : outcome.problems) problem.number = replacement.number;
         return outcome;
     }
@@ -180,11 +181,11 @@ class PatchCommand final : public Command {
         return lines;
     }
 
-    std::string flash_;
-    std::string patch_;
+    std::filesystem::path flash_;
+    std::filesystem::path patch_;
     std::vector<std::string> pictures_;
     std::vector<std::string> pngs_;
-    std::string folder_;
+    std::filesystem::path folder_;
     std::string bits_ = "16";
     AnswerOptions options_;
 };

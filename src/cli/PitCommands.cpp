@@ -1,6 +1,7 @@
 #include "session/PitCommands.h"
 
 #include "cli/Command.h"
+#include "cli/PathOption.h"
 #include "cli/Run.h"
 
 namespace pictavo::cli {
@@ -13,8 +14,8 @@ class BackupPitCommand final : public Command {
         : Command("backup-pit", "Save the picture table and the block of pictures as two files") {}
 
     void Declare(CLI::App& app) override {
-        app.add_option("FLASH", flash_, "The fullflash file")->required();
-        app.add_option("-o", folder_, "The folder for the two files; created when missing")
+        AddPath(app, "FLASH", flash_, "The fullflash file")->required();
+        AddPath(app, "-o", folder_, "The folder for the two files; created when missing")
             ->required()
             ->option_text("DIR");
         options_.DeclareOverwrite(app);
@@ -27,8 +28,8 @@ class BackupPitCommand final : public Command {
     }
 
   private:
-    std::string flash_;
-    std::string folder_;
+    std::filesystem::path flash_;
+    std::filesystem::path folder_;
     AnswerOptions options_;
 };
 
@@ -38,11 +39,11 @@ class RebuildPitCommand final : public Command {
         : Command("rebuild-pit", "Build a new table and a densely packed block from GPF files") {}
 
     void Declare(CLI::App& app) override {
-        app.add_option("FLASH", flash_, "The fullflash file")->required();
-        app.add_option("--from", from_, "The folder of GPF files, named by their numbers")
+        AddPath(app, "FLASH", flash_, "The fullflash file")->required();
+        AddPath(app, "--from", from_, "The folder of GPF files, named by their numbers")
             ->required()
             ->option_text("DIR");
-        app.add_option("-o", folder_, "The folder for the two files; created when missing")
+        AddPath(app, "-o", folder_, "The folder for the two files; created when missing")
             ->required()
             ->option_text("DIR");
         options_.DeclareNames(app);
@@ -56,9 +57,9 @@ class RebuildPitCommand final : public Command {
     }
 
   private:
-    std::string flash_;
-    std::string from_;
-    std::string folder_;
+    std::filesystem::path flash_;
+    std::filesystem::path from_;
+    std::filesystem::path folder_;
     AnswerOptions options_;
 };
 

@@ -1,4 +1,5 @@
 #include "cli/Command.h"
+#include "cli/PathOption.h"
 #include "cli/Text.h"
 #include "tools/PNGcodec.h"
 
@@ -52,7 +53,7 @@ class PngInfoCommand final : public Command {
     PngInfoCommand() : Command("png-info", "Print what a PNG file's chunks say") {}
 
     void Declare(CLI::App& app) override {
-        app.add_option("FILE", file_, "The PNG file")->required();
+        AddPath(app, "FILE", file_, "The PNG file")->required();
         app.add_flag("--json", json_, "Print a JSON object, with the palette");
     }
 
@@ -71,7 +72,7 @@ class PngInfoCommand final : public Command {
         return ReadPNGInfo(*source);
     }
 
-    std::string file_;
+    std::filesystem::path file_;
     bool json_ = false;
 };
 

@@ -1,18 +1,19 @@
 #include "cli/Run.h"
 
+#include "cli/Terminal.h"
 #include "session/Messages.h"
 #include "session/OpenFullflash.h"
+#include "shell/ProgramFolder.h"
 
 namespace pictavo::cli {
 
 namespace {
 
 constexpr const char* kSettingsFile = "Pictavo.ini";
-constexpr const char* kConverterName = "pictavo-convert";
 
 AppSettings SettingsFor(Front& front, const AnswerOptions& options) {
     AppSettings settings;
-    settings.nConvert = PathText(front.programFolder / kConverterName);
+    settings.nConvert = PathText(ConverterProgram(front.programFolder));
     const std::filesystem::path file = front.programFolder / kSettingsFile;
     if (auto loaded = LoadAppSettings(file, settings))
         settings = std::move(*loaded);

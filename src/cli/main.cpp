@@ -1,8 +1,12 @@
 #include <QCoreApplication>
+#include <algorithm>
 #include <iostream>
 
 #include "cli/Command.h"
+#include "cli/Terminal.h"
 #include "cli/Text.h"
+#include "core/ConsoleText.h"
+#include "core/ProgramArguments.h"
 #include "core/Version.h"
 #include "shell/ProgramFolder.h"
 
@@ -83,9 +87,10 @@ int Inform(const CLI::App& app, const CLI::ParseError& request) {
     return Front{std::cout, std::cerr, {}, {}}.Print({});
 }
 
-int Main(int count, char** arguments) {
+int Main(std::vector<std::string> arguments) {
     CLI::App app(kDescription, "pictavo-cli");
     app.set_version_flag("--version", std::string("pictavo-cli ") + kVersion, "Print the version");
+    app.allow_windows_style_options(false);  // the same command line on every system
     app.require_subcommand(1);
     app.footer(kFooter);
     const auto commands = MakeCommands();
@@ -93,7 +98,8 @@ int Main(int count, char** arguments) {
     subs.reserve(commands.size());
     for (const auto& command : commands) subs.push_back(DeclareCommand(app, *command));
     try {
-        app.parse(count, arguments);
+        std::reverse(arguments.begin(), arguments.end());  // as the parser takes a list
+        app.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return Inform(app, error);
         return WrongUsage(app, ParsedCommand(app), error.what());
@@ -113,6 +119,7 @@ void DropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 int main(int count, char** arguments) {
     qInstallMessageHandler(pictavo::cli::DropMessage);
     pictavo::cli::ReportFullDisks();
+    const pictavo::ConsoleText console;
     const QCoreApplication application(count, arguments);  // the picture readers are plugins that it finds
-    return pictavo::cli::Main(count, arguments);
+    return pictavo::cli::Main(pictavo::ProgramArguments(count, arguments));
 }

@@ -1,9 +1,9 @@
 #include <QCoreApplication>
-#include <QString>
-#include <algorithm>
 #include <cstdio>
 
 #include "converter/Conversion.h"
+#include "core/ConsoleText.h"
+#include "core/ProgramArguments.h"
 #include "core/Version.h"
 
 namespace {
@@ -18,19 +18,6 @@ constexpr const char* kUsage =
     "       pictavo-convert --help | --version\n"
     "Converts a PNG file or a bitmap of at most 240 x 320 pixels to a PNG file or a bitmap: with rgba the\n"
     "alpha channel is kept, with rgb transparent parts are laid over white.\n";
-
-/// Without the program's name. Taken from the system where it gives bytes, since a QString would not keep
-/// those of a file's name that are no UTF-8.
-std::vector<std::string> GivenArguments([[maybe_unused]] int count, [[maybe_unused]] char** arguments) {
-#ifdef _WIN32
-    std::vector<std::string> given;
-    for (const QString& argument : QCoreApplication::arguments().mid(1))
-        given.push_back(argument.toStdString());
-    return given;
-#else
-    return {arguments + std::min(count, 1), arguments + count};
-#endif
-}
 
 int Fail(const std::string& message) {
     std::fprintf(stderr, "pictavo-convert: %s\n", message.c_str());
@@ -56,8 +43,9 @@ void DropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 int main(int count, char** arguments) {
     qInstallMessageHandler(DropMessage);
+    const pictavo::ConsoleText console;
     const QCoreApplication application(count, arguments);  // the picture readers look their plugins up by it
-    const std::vector<std::string> given = GivenArguments(count, arguments);
+    const std::vector<std::string> given = pictavo::ProgramArguments(count, arguments);
     if (given == std::vector<std::string>{"--help"}) return Print(kUsage);
     if (given == std::vector<std::string>{"--version"})
         return Print(std::string("pictavo-convert ") + pictavo::kVersion + "\n");

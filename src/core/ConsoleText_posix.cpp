@@ -1,0 +1,8 @@
+#include "core/ConsoleText.h"
+
+namespace pictavo {
+
+ConsoleText::ConsoleText() = default;
+ConsoleText::~ConsoleText() = default;
+
+}  // namespace pictavo

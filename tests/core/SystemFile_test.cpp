@@ -79,6 +79,31 @@ TEST(SystemFile, APrivateFolderNeedsAFolderToStandIn) {
                                      "no folder can be created here (No such file or directory)"}));
 }
 
+/// A folder in which everybody may create files.
+void CreateFolderForAll(const std::filesystem::path& folder) {
+#ifdef _WIN32
+    SECURITY_ATTRIBUTES rights{sizeof rights, nullptr, FALSE};
+    ASSERT_NE(ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;OICI;FA;;;WD)", SDDL_REVISION_1,
+                                                                   &rights.lpSecurityDescriptor, nullptr),
+              0);
+    EXPECT_NE(CreateDirectoryW(folder.c_str(), &rights), 0);
+    LocalFree(rights.lpSecurityDescriptor);
+#else
+    std::filesystem::create_directory(folder);
+    std::filesystem::permissions(folder, std::filesystem::perms::all);
+#endif
+}
+
+TEST(SystemFile, TellsWhetherOthersMayWriteInAFolder) {
+    const TempFolder temp;
+    const auto own = system_file::CreatePrivateFolder(temp.Path(), "mine-");
+    ASSERT_TRUE(own);
+    EXPECT_FALSE(system_file::OthersMayWrite(*own));
+    CreateFolderForAll(temp / "all");
+    EXPECT_TRUE(system_file::OthersMayWrite(temp / "all"));
+    EXPECT_FALSE(system_file::OthersMayWrite(temp / "none"));
+}
+
 TEST(SystemFile, TellsWhatStandsUnderAName) {
     const TempFolder temp;
     EXPECT_EQ(system_file::TypeOfName(WriteFile(temp / "file", std::string())), file_type::regular);

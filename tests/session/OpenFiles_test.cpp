@@ -2,6 +2,7 @@
 
 #include "session/ShowPicture.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -103,6 +104,7 @@ TEST_F(OpenFilesTest, WithoutASettingsFileTheRecentFilesAreThoseOfTheSession) {
 }
 
 TEST_F(OpenFilesTest, ANameWithALineBreakBringsNoSettingIn) {
+    PICTAVO_NEEDS_POSIX("line breaks in names");
     const auto a = WriteFlash("a\nChanR=true.bin");
     const Outcome outcome = OpenFlashFile(a);
     EXPECT_EQ(outcome.end, Outcome::End::Done);

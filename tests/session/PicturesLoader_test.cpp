@@ -2,6 +2,7 @@
 
 #include "session/ShowPicture.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -424,14 +425,15 @@ TEST_F(PngLoadTest, AConverterThatWritesHalfABitmapIsRefused) {
 }
 
 TEST_F(PngLoadTest, BlanksAndQuotesInAllThreePathsWork) {
-    session.workFiles.folder = temp / "my \"tmp\" folder";
+    session.workFiles.folder = temp / AllowedName("my \"tmp\" folder");
     std::filesystem::create_directory(session.workFiles.folder);
     session.settings.nConvert = WriteFile(temp / "my 'converter'", std::string("x")).string();
     ConverterGives(samples::MakeBmp(samples::DrawNoise(5, 4, 1), 32));
-    ASSERT_TRUE(LoadBytes(Png(samples::PngColour::Rgba), "my \"own\" pic'ture .png"));
+    const std::string name = AllowedName("my \"own\" pic'ture .png");
+    ASSERT_TRUE(LoadBytes(Png(samples::PngColour::Rgba), name));
     EXPECT_EQ(scripted.processes.calls[0].program, session.settings.nConvert);
     EXPECT_EQ(scripted.processes.calls[0].arguments.at(5), session.workFiles.PngBitmap().string());
-    EXPECT_EQ(scripted.processes.calls[0].arguments.at(6), (temp / "my \"own\" pic'ture .png").string());
+    EXPECT_EQ(scripted.processes.calls[0].arguments.at(6), (temp / name).string());
 }
 
 class ChannelLoadTest : public PicturesLoaderTest {

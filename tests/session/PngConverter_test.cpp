@@ -3,6 +3,7 @@
 #include "codec/Bitmap.h"
 #include "session/ShowPicture.h"
 #include "support/SessionFixture.h"
+#include "support/SystemMeans.h"
 
 namespace pictavo::tests {
 namespace {
@@ -112,10 +113,11 @@ TEST_F(PngConverterTest, WhatStandsInTheOutputsPlaceAndStaysIsRefusedBeforeTheCo
 
 TEST_F(PngConverterTest, BlanksQuotesAndForeignLettersArriveAsTheyStand) {
     GiveConverter();
-    session.workFiles.folder = temp / "tmp 'of' \"B\xC3\xA4r\" $HOME";
+    session.workFiles.folder = temp / AllowedName("tmp 'of' \"B\xC3\xA4r\" $HOME");
     std::filesystem::create_directory(session.workFiles.folder);
-    session.settings.nConvert = WriteFile(temp / "my \"con\" verter;", std::string("x")).string();
-    png = WriteFile(temp / "my 'own' \"\xD0\x96\" & picture.png", std::string("a png"));
+    session.settings.nConvert =
+        WriteFile(temp / AllowedName("my \"con\" verter;"), std::string("x")).string();
+    png = WriteFile(temp / AllowedName("my 'own' \"\xD0\x96\" & picture.png"), std::string("a png"));
     ASSERT_TRUE(ToBitmap(6));
     EXPECT_EQ(scripted.processes.calls[0].program, session.settings.nConvert);
     EXPECT_EQ(Arguments().at(5), session.workFiles.PngBitmap().string());

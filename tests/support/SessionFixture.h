@@ -39,8 +39,9 @@ class SessionFixture : public ::testing::Test {
         session.settings.nConvert = WriteFile(temp / "converter", std::string("a program")).string();
     }
 
-    /// Writes the flash and opens it.
+    /// Writes the flash and opens it. The one that was open is closed first: Windows replaces no open file.
     void Open(const FlashBuilder& flash, const std::string& name = "flash.bin") {
+        session.flash = {};
         flashPath = temp / name;
         const samples::Outcome written = flash.WriteTo(flashPath);
         ASSERT_TRUE(written) << written.Reason();

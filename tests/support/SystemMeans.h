@@ -2,8 +2,10 @@
 
 /// What a test can make on most systems and not on Windows.
 
+#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <string>
 
 #ifndef _WIN32
 #include <sys/stat.h>
@@ -25,6 +27,14 @@ inline constexpr const char* kNullDevice = "NUL";
 #else
 inline constexpr const char* kNullDevice = "/dev/null";
 #endif
+
+/// `name`, with apostrophes for the quotation marks where the system allows none in names.
+inline std::string AllowedName(std::string name) {
+#ifdef _WIN32
+    std::replace(name.begin(), name.end(), '"', '\'');
+#endif
+    return name;
+}
 
 /// False when the system has no pipes among its files.
 inline bool MakePipe([[maybe_unused]] const std::filesystem::path& path) {

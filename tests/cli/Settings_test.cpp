@@ -1,3 +1,4 @@
+#include "shell/ReadersModule.h"
 #include "support/CliFixture.h"
 
 namespace pictavo::tests {
@@ -9,6 +10,8 @@ class SettingsTest : public CliTest {
     SettingsTest() {
         std::filesystem::create_directory(temp / "app");
         std::filesystem::copy_file(program, temp / "app" / "pictavo-cli");
+        std::filesystem::copy_file(std::filesystem::path(PICTAVO_BIN_DIR) / kReadersModule,
+                                   temp / "app" / kReadersModule);
         flash = Write(FourIcons(FlashKind::SGold));
     }
 
@@ -33,7 +36,7 @@ class SettingsTest : public CliTest {
 
 TEST_F(SettingsTest, WithoutTheFileTheDefaultsHoldAndNoneIsWritten) {
     EXPECT_EQ(ExportedNames(), std::vector<std::string>{"3.bmp"});
-    EXPECT_EQ(ListNames(temp / "app"), std::vector<std::string>{"pictavo-cli"});
+    EXPECT_EQ(ListNames(temp / "app"), (std::vector<std::string>{"pictavo-cli", kReadersModule}));
 }
 
 TEST_F(SettingsTest, NamesFollowTheFileBesideTheExecutable) {

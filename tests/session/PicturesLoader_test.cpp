@@ -420,7 +420,7 @@ TEST_F(PngLoadTest, AConverterThatWritesHalfABitmapIsRefused) {
     Bytes half = samples::MakeBmp(samples::DrawNoise(5, 4, 1), 32);
     half.resize(half.size() / 2);
     ConverterGives(half);
-    ExpectRefused(LoadPng(samples::PngColour::Rgba), ErrorKind::Truncated);
+    ExpectRefused(LoadPng(samples::PngColour::Rgba), ErrorKind::ConverterFailed);
     EXPECT_TRUE(ListNames(session.workFiles.folder).empty());
 }
 

@@ -41,7 +41,7 @@ class SessionFixture : public ::testing::Test {
 
     /// Writes the flash and opens it. The one that was open is closed first: Windows replaces no open file.
     void Open(const FlashBuilder& flash, const std::string& name = "flash.bin") {
-        session.flash = {};
+        session.flash.source.reset();
         flashPath = temp / name;
         const samples::Outcome written = flash.WriteTo(flashPath);
         ASSERT_TRUE(written) << written.Reason();

@@ -1,7 +1,9 @@
 #include "core/ProgramArguments.h"
 
 #include <memory>
-#include <shlobj.h>
+#include <windows.h>
+// Behind what it builds on.
+#include <shellapi.h>
 
 #include "core/WideText_win32.h"
 

@@ -10,8 +10,11 @@ set(CMAKE_CXX_COMPILER ${triplet}-g++-posix)
 set(CMAKE_RC_COMPILER ${triplet}-windres)
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 
+# PICTAVO_QT is the folder of a static Qt for Windows, which the programs need and the rooms below them do not.
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES PICTAVO_QT)
+
 # Headers and libraries of Windows only; packages that are headers alone are looked for by their CMake files.
-set(CMAKE_FIND_ROOT_PATH /usr/${triplet})
+set(CMAKE_FIND_ROOT_PATH /usr/${triplet} ${PICTAVO_QT})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

@@ -1,7 +1,7 @@
-#include "core/ProgramArguments.h"
-
 #include <memory>
 #include <windows.h>
+
+#include "core/ProgramArguments.h"
 // Behind what it builds on.
 #include <shellapi.h>
 

@@ -1,5 +1,5 @@
-/// pictavo-icon FILE.ico: writes the program's icon in the sizes that Windows shows, each as a PNG file, which
-/// it takes in icons since Vista.
+/// pictavo-icon FILE.ico: writes the program's icon in the sizes that Windows shows, each as a PNG file,
+/// which it takes in icons since Vista.
 
 #include <QFile>
 #include <QGuiApplication>

@@ -1,8 +1,11 @@
 #include "core/ConsoleText.h"
 
-namespace pictavo {
+namespace pictavo::console_text {
 
-ConsoleText::ConsoleText() = default;
-ConsoleText::~ConsoleText() = default;
+unsigned Begin() {
+    return 0;
+}
 
-}  // namespace pictavo
+void End(unsigned /*codePageBefore*/) {}
+
+}  // namespace pictavo::console_text

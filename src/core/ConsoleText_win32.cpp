@@ -5,17 +5,19 @@
 
 #include "core/ConsoleText.h"
 
-namespace pictavo {
+namespace pictavo::console_text {
 
-ConsoleText::ConsoleText() : codePage_(GetConsoleOutputCP()) {
+unsigned Begin() {
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
-    if (codePage_ != 0) SetConsoleOutputCP(CP_UTF8);
+    const unsigned codePage = GetConsoleOutputCP();
+    if (codePage != 0) SetConsoleOutputCP(CP_UTF8);
+    return codePage;
 }
 
-ConsoleText::~ConsoleText() {
+void End(unsigned codePageBefore) {
     std::fflush(nullptr);  // the console would read what comes later by its own code page
-    if (codePage_ != 0) SetConsoleOutputCP(codePage_);
+    if (codePageBefore != 0) SetConsoleOutputCP(codePageBefore);
 }
 
-}  // namespace pictavo
+}  // namespace pictavo::console_text

@@ -7,6 +7,8 @@
 // Behind what they build on.
 #include <aclapi.h>
 #include <sddl.h>
+
+#include "core/SystemPath_win32.h"
 #endif
 
 #include "core/FolderIndex.h"
@@ -200,6 +202,23 @@ TEST(SystemFile, NoGroupOfUsersHasRightsToAPrivateFolder) {
     EXPECT_NE(rights.find(L"(A;OICI;FA;;;S-1-5-21-"), std::wstring::npos) << PathText(rights);
     for (const wchar_t* group : {L";;;WD)", L";;;BU)", L";;;AU)"})
         EXPECT_EQ(rights.find(group), std::wstring::npos) << PathText(rights);
+}
+
+/// Wine takes long paths as they are, so only this tells that Windows will.
+TEST(SystemFile, LongPathsAreMarkedForTheSystem) {
+    using system_file::SystemPath;
+    const std::wstring name(300, L'n');
+    EXPECT_EQ(SystemPath(L"C:\\short\\file"), L"C:\\short\\file");
+    EXPECT_EQ(SystemPath(L"file"), L"file");
+    EXPECT_EQ(SystemPath(L""), L"");
+    EXPECT_EQ(SystemPath(L"C:\\a\\" + name), L"\\\\?\\C:\\a\\" + name);
+    EXPECT_EQ(SystemPath(L"C:/a/./b/../" + name), L"\\\\?\\C:\\a\\" + name);
+    EXPECT_EQ(SystemPath(L"\\\\server\\share\\" + name), L"\\\\?\\UNC\\server\\share\\" + name);
+    EXPECT_EQ(SystemPath(L"\\\\?\\C:\\a\\" + name), L"\\\\?\\C:\\a\\" + name);
+    const std::wstring current = std::filesystem::current_path().native();
+    EXPECT_EQ(SystemPath(name), L"\\\\?\\" + (std::filesystem::path(current) / name).native());
+    EXPECT_EQ(SystemPath(L"C:\\" + name.substr(0, 244)), L"C:\\" + name.substr(0, 244));
+    EXPECT_EQ(SystemPath(L"C:\\" + name.substr(0, 245)), L"\\\\?\\C:\\" + name.substr(0, 245));
 }
 
 TEST(SystemFile, SeparatorsOfEitherKindWorkInLongPaths) {

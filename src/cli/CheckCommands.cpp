@@ -16,7 +16,7 @@ struct Pair {
     std::vector<PatchMismatch> mismatches;
 };
 
-Result<Pair> OpenPair(const std::string& patch, const std::string& flash) {
+Result<Pair> OpenPair(const std::filesystem::path& patch, const std::filesystem::path& flash) {
     Pair pair;
     PICTAVO_TRY(const auto source, FileSource::Open(patch));
     PICTAVO_TRY(pair.entries, ReadPatch(*source));

@@ -65,7 +65,7 @@ int main(int count, char** arguments) {
     QApplication::setApplicationName("Pictavo");
     QApplication::setApplicationVersion(kVersion);
     QApplication::setWindowIcon(AppIcon());
-    QApplication::setDesktopFileName("pictavo");  // by which a desktop finds the entry in its menu, and its icon
+    QApplication::setDesktopFileName("pictavo");  // whose icon a desktop shows for the window
     const auto workFolder = WorkFolder::Open();
     if (!workFolder) return Refuse(workFolder.error());
     return RunWindow(workFolder->Path(), GivenNames(count, arguments));

@@ -1,6 +1,7 @@
 #include "session/PngConverter.h"
 
 #include "codec/Bitmap.h"
+#include "core/PathText.h"
 #include "session/ShowPicture.h"
 #include "support/SessionFixture.h"
 #include "support/SystemMeans.h"
@@ -15,7 +16,7 @@ class PngConverterTest : public SessionFixture {
     /// The converter writes the file that the command line names behind "-o".
     void GiveConverter() {
         scripted.processes.effect = [](const FakeProcesses::Call& call) {
-            WriteFile(call.arguments.at(call.arguments.size() - 2), Converted());
+            WriteFile(PathOf(call.arguments.at(call.arguments.size() - 2)), Converted());
         };
     }
 
@@ -116,12 +117,12 @@ TEST_F(PngConverterTest, BlanksQuotesAndForeignLettersArriveAsTheyStand) {
     session.workFiles.folder = temp / AllowedName("tmp 'of' \"B\xC3\xA4r\" $HOME");
     std::filesystem::create_directory(session.workFiles.folder);
     session.settings.nConvert =
-        WriteFile(temp / AllowedName("my \"con\" verter;"), std::string("x")).string();
+        PathText(WriteFile(temp / AllowedName("my \"con\" verter;"), std::string("x")));
     png = WriteFile(temp / AllowedName("my 'own' \"\xD0\x96\" & picture.png"), std::string("a png"));
     ASSERT_TRUE(ToBitmap(6));
     EXPECT_EQ(scripted.processes.calls[0].program, session.settings.nConvert);
-    EXPECT_EQ(Arguments().at(5), session.workFiles.PngBitmap().string());
-    EXPECT_EQ(Arguments().at(6), png.string());
+    EXPECT_EQ(Arguments().at(5), PathText(session.workFiles.PngBitmap()));
+    EXPECT_EQ(Arguments().at(6), PathText(png));
 }
 
 TEST_F(PngConverterTest, ANameThatBeginsWithADashBecomesAbsolute) {

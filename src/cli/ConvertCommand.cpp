@@ -3,6 +3,7 @@
 #include "cli/PathOption.h"
 #include "cli/Run.h"
 #include "codec/PictureEncoder.h"
+#include "core/AsciiText.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/PathText.h"
 #include "session/PicturesLoader.h"
@@ -17,10 +18,7 @@ namespace {
 constexpr int kMostNumber = 0xFFFF;
 
 std::string LoweredExtension(const std::filesystem::path& path) {
-    std::string extension = PathText(path.extension());
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return extension;
+    return Lowered(PathText(path.extension()));
 }
 
 bool IsGpf(const std::string& extension) {
@@ -33,10 +31,9 @@ bool CanBeWritten(const std::string& extension) {
 
 /// The type codes that can be asked for; 81 is one of them, and then refused.
 std::optional<std::uint8_t> ParseType(const std::string& text) {
-    if (text.size() != 2) return std::nullopt;
+    if (text.size() != 2 || !IsHex(text)) return std::nullopt;
     const Bytes code = HexToBytes(text, false);
-    const bool isHex = text.find_first_not_of("0123456789ABCDEFabcdef") == std::string::npos;
-    if (!isHex || !(CanEncode(code[0]) || code[0] == kType1BitCompressed)) return std::nullopt;
+    if (!(CanEncode(code[0]) || code[0] == kType1BitCompressed)) return std::nullopt;
     return code[0];
 }
 

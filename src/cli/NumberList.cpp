@@ -2,6 +2,8 @@
 
 #include <charconv>
 
+#include "core/AsciiText.h"
+
 namespace pictavo::cli {
 
 namespace {
@@ -20,9 +22,7 @@ bool InsertRange(std::string_view text, std::set<int>& numbers) {
 }  // namespace
 
 std::optional<int> ParsePictureNumber(std::string_view text) {
-    if (text.empty() || text.size() > kMostDigits ||
-        text.find_first_not_of("0123456789") != std::string_view::npos)
-        return std::nullopt;
+    if (!IsDecimal(text) || text.size() > kMostDigits) return std::nullopt;
     int number = 0;
     std::from_chars(text.data(), text.data() + text.size(), number);
     return number;

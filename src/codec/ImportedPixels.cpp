@@ -11,7 +11,17 @@ Cell Merged(const Cell& old, const Cell& imported, const ChannelFlags& flags) {
             flags.alpha ? imported.a : old.a};
 }
 
+std::uint8_t OverWhite(int colour, int alpha) {
+    return static_cast<std::uint8_t>((colour * alpha + 255 * (255 - alpha) + 127) / 255);
+}
+
 }  // namespace
+
+void LayOverWhite(ImportedPixels& pixels) {
+    for (Cell& cell : pixels.cells)
+        cell = {OverWhite(cell.r, cell.a), OverWhite(cell.g, cell.a), OverWhite(cell.b, cell.a), 0};
+    pixels.hasAlpha = false;
+}
 
 void StoreImportedPixels(const ImportedPixels& pixels, int bitDepth, const ChannelFlags& flags,
                          Picture& picture) {

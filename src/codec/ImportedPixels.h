@@ -15,6 +15,9 @@ struct ImportedPixels {
     bool hasAlpha = false;    ///< when false every A is 0
 };
 
+/// Lays every pixel over white; the pixels then have no alpha.
+void LayOverWhite(ImportedPixels& pixels);
+
 /// Puts the pixels into the top left corner of the Raster and sets width, height, bit depth and
 /// RasterHasAlpha. They must not be larger than 240 x 320. With channel flags only the flagged bytes of each
 /// cell change (kept: the alpha flag takes the A 0 of a file without alpha), and width and height are the

@@ -31,12 +31,20 @@ constexpr bool IsMarkerColour(const Cell& cell) {
     return cell.r == kTransparentMarker.r && cell.g == kTransparentMarker.g && cell.b == kTransparentMarker.b;
 }
 
+/// The largest picture, in pixels: the screens of these phones are no larger.
+inline constexpr int kMostWidth = 240;
+inline constexpr int kMostHeight = 320;
+
+constexpr bool IsTooLarge(std::int64_t width, std::int64_t height) {
+    return width > kMostWidth || height > kMostHeight;
+}
+
 /// 241 columns x 321 rows: pictures of up to 240 x 320, and a spare column and row. Never cleared by a
 /// decode: cells outside the decoded picture keep what an earlier one left there.
 class Raster {
   public:
-    static constexpr int kColumns = 241;
-    static constexpr int kRows = 321;
+    static constexpr int kColumns = kMostWidth + 1;
+    static constexpr int kRows = kMostHeight + 1;
 
     /// Cell (x, y) is element x + 241 * y. Both must be in range.
     Cell& At(int x, int y) { return cells_[Index(x, y)]; }

@@ -13,13 +13,11 @@ namespace pictavo {
 
 namespace {
 
-constexpr int kMostWidth = 240;
-constexpr int kMostHeight = 320;
 constexpr int kDirectlyReadDepth = 32;
 constexpr std::uint64_t kLongestFile = std::uint64_t{64} << 20;
 
 Status CheckSize(const std::filesystem::path& path, std::int64_t width, std::int64_t height) {
-    if (width <= kMostWidth && height <= kMostHeight) return {};
+    if (!IsTooLarge(width, height)) return {};
     return Fail(ErrorKind::TooLarge, path, "the picture is larger than 240 x 320");
 }
 
@@ -75,15 +73,6 @@ Result<ImportedPixels> ReadInput(const std::filesystem::path& path) {
     if (info.kind == PictureFileKind::Bitmap) return ReadBitmap(*source, info);
     if (info.kind == PictureFileKind::Png) return ReadWithQt(*source, "png");
     return Fail(ErrorKind::UnknownFile, path, "is neither a PNG file nor a bitmap");
-}
-
-std::uint8_t OverWhite(int colour, int alpha) {
-    return static_cast<std::uint8_t>((colour * alpha + 255 * (255 - alpha) + 127) / 255);
-}
-
-void LayOverWhite(ImportedPixels& pixels) {
-    for (Cell& cell : pixels.cells)
-        cell = {OverWhite(cell.r, cell.a), OverWhite(cell.g, cell.a), OverWhite(cell.b, cell.a), 255};
 }
 
 Bytes ComposeBmp(const ImportedPixels& pixels, bool withAlpha) {

@@ -2,20 +2,11 @@
 
 #include <algorithm>
 
+#include "core/AsciiText.h"
 #include "core/PathText.h"
 #include "core/SystemNames.h"
 
 namespace pictavo {
-
-namespace {
-
-std::string Lowered(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return name;
-}
-
-}  // namespace
 
 Result<FolderIndex> FolderIndex::Read(const std::filesystem::path& folder) {
     FolderIndex index;

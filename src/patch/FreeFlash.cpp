@@ -70,11 +70,11 @@ class Run {
     std::uint64_t length_ = 0;
 };
 
-Failure NoFreeMemory(const ByteSource& flash) {
-    return Fail(ErrorKind::NoFreeMemory, flash.Path(), "Can't find free memory in fullflash!");
-}
-
 }  // namespace
+
+Error NoFreeMemoryError(const std::filesystem::path& flash) {
+    return {ErrorKind::NoFreeMemory, flash, std::nullopt, "Can't find free memory in fullflash!"};
+}
 
 std::vector<FileRange> Merged(std::vector<FileRange> ranges) {
     std::sort(ranges.begin(), ranges.end(),
@@ -103,7 +103,7 @@ Result<FileRange> FindFreeFlash(const ByteSource& flash, std::uint64_t start, st
         if (run.Extend(offset, view)) return run.Range();
         offset += view.size() - view.size() % kFreeFlashChunk;
     }
-    return NoFreeMemory(flash);
+    return Failure(NoFreeMemoryError(flash.Path()));
 }
 
 }  // namespace pictavo

@@ -12,6 +12,9 @@ namespace pictavo {
 
 inline constexpr std::uint64_t kFreeFlashChunk = 16;
 
+/// What is told of `flash` when it has no free memory for a picture.
+Error NoFreeMemoryError(const std::filesystem::path& flash);
+
 /// The same bytes as ranges in ascending order that neither touch nor overlap.
 std::vector<FileRange> Merged(std::vector<FileRange> ranges);
 

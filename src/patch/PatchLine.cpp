@@ -3,18 +3,14 @@
 #include <algorithm>
 #include <cassert>
 
+#include "core/AsciiText.h"
 #include "core/BasicCalculations_Tarsk.h"
 
 namespace pictavo {
 
 namespace {
 
-constexpr std::string_view kHexDigits = "0123456789ABCDEFabcdef";
 constexpr std::size_t kAddressDigits = 8;
-
-bool IsHex(std::string_view text) {
-    return !text.empty() && text.find_first_not_of(kHexDigits) == std::string_view::npos;
-}
 
 bool IsHexBytes(std::string_view text) {
     return IsHex(text) && text.size() % 2 == 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "codec/PictureSignature.h"
 #include "core/SignatureSearch.h"
 #include "patch/PatchLine.h"
 
@@ -9,15 +10,14 @@ namespace pictavo {
 
 namespace {
 
-constexpr std::string_view kPngStart = "\x89PNG\r\n\x1A\n";
 constexpr Signature kPngEnd{"IEND", 0};
 constexpr std::uint64_t kChecksum = 4;
 constexpr std::uint64_t kAllowance = 2;
 
 Status CheckPngBegins(const ByteSource& flash, std::uint64_t start) {
-    Bytes found(kPngStart.size());
+    Bytes found(kPngSignature.size());
     PICTAVO_TRY([[maybe_unused]] const std::size_t count, flash.ReadAt(start, found));
-    if (AsText(found) == kPngStart) return {};
+    if (AsText(found) == kPngSignature) return {};
     return Fail(ErrorKind::Malformed, flash.Path(), start, "no PNG file begins there");
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/AsciiText.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/OutputFile.h"
 #include "core/PathText.h"
@@ -27,8 +28,7 @@ std::string BaseName(const std::filesystem::path& path) {
 /// The offset that the base name tells.
 Result<std::uint64_t> PlaceNamed(const std::filesystem::path& path) {
     const std::string name = BaseName(path);
-    const bool isHex = name.find_first_not_of("0123456789ABCDEFabcdef") == std::string::npos;
-    if (!isHex || name.empty() || name.size() > kMostDigits)
+    if (!IsHex(name) || name.size() > kMostDigits)
         return Fail(ErrorKind::Malformed, path,
                     "is not named by the offset of the PNG file that it replaces, such as 0012AB40.png");
     return std::stoull(name, nullptr, 16);

@@ -1,10 +1,10 @@
 #include "session/FileKind.h"
 
-#include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
 
+#include "core/AsciiText.h"
 #include "core/PathText.h"
 #include "session/Messages.h"
 
@@ -31,11 +31,6 @@ constexpr std::array<Ending, 7> kEndings = {{
     {".jpg", FileKind::Picture},
 }};
 
-/// Whatever the locale says of other letters.
-char Lowered(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 }  // namespace
 
 FileKind KindOnCommandLine(const std::filesystem::path& name) {
@@ -46,8 +41,7 @@ FileKind KindOnCommandLine(const std::filesystem::path& name) {
 }
 
 FileKind KindWhenChosen(const std::filesystem::path& name) {
-    std::string text = PathText(name);
-    std::transform(text.begin(), text.end(), text.begin(), Lowered);
+    const std::string text = Lowered(PathText(name));
     for (const Ending& ending : kEndings)
         if (text.ends_with(ending.Chosen())) return ending.kind;
     return FileKind::Unknown;

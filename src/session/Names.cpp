@@ -1,8 +1,6 @@
 #include "session/Names.h"
 
-#include <algorithm>
-#include <cctype>
-
+#include "core/AsciiText.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/PathText.h"
 #include "session/Messages.h"
@@ -44,9 +42,7 @@ std::filesystem::path WithExtensionOfAnyCase(const std::filesystem::path& name,
                                              const std::string& extension) {
     std::string end = PathText(name);
     if (end.size() > extension.size()) end.erase(0, end.size() - extension.size());
-    std::transform(end.begin(), end.end(), end.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return end == extension ? name : Appended(name, extension);
+    return Lowered(std::move(end)) == extension ? name : Appended(name, extension);
 }
 
 std::filesystem::path WithExtension(const std::filesystem::path& name, const std::string& extension) {

@@ -10,8 +10,6 @@ namespace pictavo {
 
 namespace {
 
-constexpr int kMostWidth = 240;
-constexpr int kMostHeight = 320;
 constexpr int kDirectlyReadDepth = 32;
 constexpr int kUnknownFileDepth = 24;  // what the system's readers hand over
 
@@ -22,7 +20,7 @@ struct Import {
 };
 
 Status CheckSize(const std::filesystem::path& path, std::int64_t width, std::int64_t height) {
-    if (width <= kMostWidth && height <= kMostHeight) return {};
+    if (!IsTooLarge(width, height)) return {};
     return Fail(ErrorKind::TooLarge, path,
                 "a picture of " + std::to_string(width) + " x " + std::to_string(height) +
                     " is too large (at most 240 x 320)");

@@ -5,6 +5,7 @@
 
 #include "codec/GPFcodec.h"
 #include "codec/PictureEncoder.h"
+#include "core/AsciiText.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/FolderIndex.h"
 #include "core/OutputFile.h"
@@ -24,12 +25,6 @@ namespace {
 
 /// In the order in which a folder is searched for a picture.
 constexpr std::array kExtensions = {".gpf2", ".gpf", ".bmp", ".png", ".jpg", ".gif"};
-
-std::string Lowered(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
 
 /// The kind of a file is told by the last four characters of its name.
 std::string LoweredEnd(const std::filesystem::path& path) {

@@ -1,5 +1,6 @@
 #include "session/SavePatch.h"
 
+#include "patch/FreeFlash.h"
 #include "patch/PatchWriter.h"
 #include "session/Messages.h"
 #include "session/Names.h"
@@ -14,8 +15,7 @@ namespace {
 /// What keeps a section's picture out of the patch.
 std::optional<Error> ProblemOf(const Session& session, const PatchSection& section) {
     const std::filesystem::path& path = session.flash.source->Path();
-    if (section.placement == Placement::NoFreeMemory)
-        return Error{ErrorKind::NoFreeMemory, path, std::nullopt, "Can't find free memory in fullflash!"};
+    if (section.placement == Placement::NoFreeMemory) return NoFreeMemoryError(path);
     if (section.placement == Placement::BeyondFlash)
         return Error{ErrorKind::Truncated, path, section.row.record.picOffset,
                      "the flash ends before the old bytes of the picture do"};

@@ -9,37 +9,25 @@ namespace pictavo {
 
 namespace {
 
-constexpr int kMostWidth = 240;
-constexpr int kMostHeight = 320;
-
 /// For formats that tell their size only once they are decoded.
 constexpr int kMostMegabytes = 16;
 
-/// A colour laid over white.
-std::uint8_t OverWhite(int colour, int alpha) {
-    return static_cast<std::uint8_t>((colour * alpha + 255 * (255 - alpha) + 127) / 255);
-}
-
 Cell CellOf(QRgb pixel) {
-    const int alpha = qAlpha(pixel);
-    return {OverWhite(qRed(pixel), alpha), OverWhite(qGreen(pixel), alpha), OverWhite(qBlue(pixel), alpha),
-            0};
+    return {static_cast<std::uint8_t>(qRed(pixel)), static_cast<std::uint8_t>(qGreen(pixel)),
+            static_cast<std::uint8_t>(qBlue(pixel)), static_cast<std::uint8_t>(qAlpha(pixel))};
 }
 
 ImportedPixels PixelsOf(const QImage& image) {
-    const QImage plain = image.convertToFormat(QImage::Format_ARGB32);
-    ImportedPixels pixels{plain.width(), plain.height(), {}, false};
-    for (int y = 0; y < plain.height(); ++y)
-        for (int x = 0; x < plain.width(); ++x) pixels.cells.push_back(CellOf(plain.pixel(x, y)));
+    const QImage straight = image.convertToFormat(QImage::Format_ARGB32);
+    ImportedPixels pixels{straight.width(), straight.height(), {}, true};
+    for (int y = 0; y < straight.height(); ++y)
+        for (int x = 0; x < straight.width(); ++x) pixels.cells.push_back(CellOf(straight.pixel(x, y)));
+    LayOverWhite(pixels);
     return pixels;
 }
 
 Failure TooLarge(const std::filesystem::path& path) {
     return Fail(ErrorKind::TooLarge, path, "the picture is too large (at most 240 x 320)");
-}
-
-bool IsTooLarge(const QSize& size) {
-    return size.width() > kMostWidth || size.height() > kMostHeight;
 }
 
 }  // namespace
@@ -53,12 +41,12 @@ Result<ImportedPixels> QtPictureLoader::Load(const std::filesystem::path& path) 
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(false);
     if (!reader.canRead()) return Fail(ErrorKind::UnknownFile, path, "is no picture file of a known kind");
-    if (IsTooLarge(reader.size())) return TooLarge(path);
+    if (IsTooLarge(reader.size().width(), reader.size().height())) return TooLarge(path);
     const QImage image = reader.read();
     if (image.isNull())
         return Fail(ErrorKind::Malformed, path,
                     "can not be read as a picture (" + reader.errorString().toStdString() + ")");
-    if (IsTooLarge(image.size())) return TooLarge(path);
+    if (IsTooLarge(image.width(), image.height())) return TooLarge(path);
     return PixelsOf(image);
 }
 

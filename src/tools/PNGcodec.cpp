@@ -4,13 +4,13 @@
 #include <limits>
 #include <optional>
 
+#include "codec/PictureSignature.h"
 #include "core/BasicCalculations_Tarsk.h"
 
 namespace pictavo {
 
 namespace {
 
-constexpr std::array<std::uint8_t, 8> kSignature = {0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A};
 constexpr std::size_t kChunkHeadSize = 8;
 constexpr std::size_t kChecksumSize = 4;
 constexpr std::size_t kIndexedColourType = 3;
@@ -30,9 +30,9 @@ std::uint64_t EndOf(const Chunk& chunk) {
 }
 
 Result<bool> BeginsWithSignature(const ByteSource& source) {
-    std::array<std::uint8_t, kSignature.size()> start{};
+    std::array<std::uint8_t, kPngSignature.size()> start{};
     PICTAVO_TRY([[maybe_unused]] const std::size_t count, source.ReadAt(0, start));
-    return start == kSignature;
+    return AsText(start) == kPngSignature;
 }
 
 /// The chunk at `offset`; nothing when the file ends inside its head.
@@ -174,7 +174,7 @@ Result<PNGInfo> ReadPNGInfo(const ByteSource& source) {
     PICTAVO_TRY(const bool isPng, BeginsWithSignature(source));
     if (!isPng) return Fail(ErrorKind::UnknownFile, source.Path(), "This is not PNG!");
     PNGInfo info;
-    for (std::uint64_t offset = kSignature.size();;) {
+    for (std::uint64_t offset = kPngSignature.size();;) {
         PICTAVO_TRY(const auto chunk, ChunkAt(source, offset));
         if (!chunk) return info;
         PICTAVO_TRY(ReadChunk(source, *chunk, info));
@@ -185,7 +185,7 @@ Result<PNGInfo> ReadPNGInfo(const ByteSource& source) {
 Result<bool> IsWholePng(const ByteSource& source) {
     PICTAVO_TRY(const bool isPng, BeginsWithSignature(source));
     if (!isPng) return false;
-    for (std::uint64_t offset = kSignature.size();;) {
+    for (std::uint64_t offset = kPngSignature.size();;) {
         PICTAVO_TRY(const auto chunk, ChunkAt(source, offset));
         if (!chunk || EndOf(*chunk) > source.Size()) return false;
         if (chunk->type == "IEND") return true;

@@ -1,7 +1,7 @@
 #include "core/BasicCalculations_Tarsk.h"
 #include "samples/Sample.h"
 #include "support/CliFixture.h"
-#include "support/SmallDisk.h"
+#include "support/FileSizeLimit.h"
 #include "support/StartedProgram.h"
 
 namespace pictavo::tests {
@@ -71,7 +71,7 @@ TEST_F(CarveTest, AFullDiskLosesTheFilesThatDoNotFitAndNoOther) {
     const std::string source = Write("a.bin", Gif(100) + Gif(5000) + Gif(200));
     Ended ended;
     {
-        const SmallDisk disk(1000);
+        const FileSizeLimit disk(1000);
         ended = Carve("gif", source);
     }
     EXPECT_EQ(ended.status, 1);

@@ -1,6 +1,6 @@
 #include "codec/GPFcodec.h"
 #include "support/CliFixture.h"
-#include "support/SmallDisk.h"
+#include "support/FileSizeLimit.h"
 
 namespace pictavo::tests {
 namespace {
@@ -81,7 +81,7 @@ TEST_F(ExtractGpnTest, AFullDiskLosesThePicturesThatDoNotFitAndNoOther) {
     const std::string container = Write("a.gpn", Gpf(5) + Gpf(6, 4800) + Gpf(7));
     Ended ended;
     {
-        const SmallDisk disk(1000);
+        const FileSizeLimit disk(1000);
         ended = Extract(container);
     }
     ExpectRefused(ended, {"picture 0006: ", Path("out/6.gpf")});

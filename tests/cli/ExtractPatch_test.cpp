@@ -1,6 +1,6 @@
 #include "samples/Random.h"
 #include "support/CliFixture.h"
-#include "support/SmallDisk.h"
+#include "support/FileSizeLimit.h"
 
 namespace pictavo::tests {
 namespace {
@@ -107,7 +107,7 @@ TEST_F(ExtractPatchTest, AFullDiskLosesTheFilesThatDoNotFitAndNoOther) {
         Write("a.vkp", Section("1") + Section("2", std::string(8000, '2')) + PngSection("c"));
     Ended ended;
     {
-        const SmallDisk disk(1000);
+        const FileSizeLimit disk(1000);
         ended = Extract(patch);
     }
     ExpectRefused(ended, {Path("out/2.gpf"), "File too large"});

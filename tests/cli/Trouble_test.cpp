@@ -3,7 +3,7 @@
 
 #include "samples/Random.h"
 #include "support/CliFixture.h"
-#include "support/SmallDisk.h"
+#include "support/FileSizeLimit.h"
 
 namespace pictavo::tests {
 namespace {
@@ -152,7 +152,7 @@ TEST_F(TroubleTest, AFullDiskLosesTheFilesThatDoNotFitAndNoOther) {
     const std::string flash = Write(FourIcons());
     Ended ended;
     {
-        const SmallDisk disk(1000);  // three bitmaps of 822 bytes fit, the fourth has 1078
+        const FileSizeLimit disk(1000);  // three bitmaps of 822 bytes fit, the fourth has 1078
         ended = Export(flash);
     }
     EXPECT_EQ(ended.status, 1);
@@ -166,7 +166,7 @@ TEST_F(TroubleTest, AFullDiskLeavesOldFilesAsTheyWere) {
     const std::string patch = Write("fits all.vkp", std::string("; nothing\n"));
     const std::string photo = Write("photo.bmp", samples::MakeBmp(samples::DrawPhoto(60, 60, 1), 24));
     for (const char* name : {"old.vkp", "old.bin", "old.bmp", "old.gpf"}) Write(name, std::string("old"));
-    const SmallDisk disk(500);
+    const FileSizeLimit disk(500);
     ExpectRefused(Cli({"patch", flash, "-o", Path("old.vkp"), "--overwrite"}), {Path("old.vkp")});
     ExpectRefused(Cli({"apply", patch, flash, "-o", Path("old.bin"), "--overwrite"}), {Path("old.bin")});
     ExpectRefused(Cli({"convert", photo, Path("old.bmp"), "--overwrite"}), {Path("old.bmp")});

@@ -3,7 +3,7 @@
 #include "samples/FileMakers.h"
 #include "support/BmpFile.h"
 #include "support/ChildProcess.h"
-#include "support/SmallDisk.h"
+#include "support/FileSizeLimit.h"
 
 namespace pictavo::tests {
 namespace {
@@ -176,7 +176,7 @@ TEST_F(ConverterTest, AnOutputThatCanNotBeWrittenIsNamedAndAnOldFileStays) {
     ExpectRefused(Rgba("bmp", in, Path("no folder/a")), {Path("no folder/a")});
     const std::string old = Write("old", Bytes{1, 2, 3});
     {
-        const SmallDisk disk(500);
+        const FileSizeLimit disk(500);
         ExpectRefused(Rgba("bmp", in, old), {old});
     }
     EXPECT_EQ(ReadFile(old), (Bytes{1, 2, 3}));

@@ -10,12 +10,11 @@
 #include "samples/PictureEncoders.h"
 #include "support/BmpFile.h"
 #include "support/ChildProcess.h"
+#include "support/FourIcons.h"
 
 namespace pictavo::tests {
 
 using samples::Drawing;
-using samples::FlashBuilder;
-using samples::FlashKind;
 using ::testing::HasSubstr;
 
 using Arguments = std::vector<std::string>;
@@ -101,16 +100,6 @@ class CliTest : public ::testing::Test {
         FlashBuilder flash(kind);
         flash.Size(2U << 20);
         for (const Stored& picture : pictures) flash.AddDrawing(picture.drawing, picture.typeCode);
-        return flash;
-    }
-
-    /// Four icons of 16 x 16: types 05, 85, 88 and 8A.
-    static FlashBuilder FourIcons(FlashKind kind = FlashKind::NewSGold) {
-        FlashBuilder flash(kind);
-        flash.Size(2U << 20);
-        std::uint32_t seed = 1;
-        for (const std::uint8_t type : std::initializer_list<std::uint8_t>{0x05, 0x85, 0x88, 0x8A})
-            flash.AddDrawing(samples::DrawIcon(16, 16, seed++), type);
         return flash;
     }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-/// As long as it lives, writes past `bytes` of any file fail as on a full disk. For tests that begin with
-/// PICTAVO_NEEDS_POSIX.
+/// As long as it lives, writes past `bytes` of any file fail as on a full disk, in this process and in the
+/// children that it starts. For tests that begin with PICTAVO_NEEDS_POSIX.
 
 #include <csignal>
 #include <cstdint>

@@ -9,13 +9,11 @@
 #include "samples/PictureEncoders.h"
 #include "session/OpenFullflash.h"
 #include "session/ReplacePictures.h"
+#include "support/FourIcons.h"
 #include "support/ScriptedPorts.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
-
-using samples::FlashBuilder;
-using samples::FlashKind;
 
 class SessionFixture : public ::testing::Test {
   protected:
@@ -48,16 +46,6 @@ class SessionFixture : public ::testing::Test {
         const Status opened = OpenFullflash(session, flashPath, scripted.progress);
         ASSERT_TRUE(opened) << opened.error().detail;
         flashBytes = ReadFile(flashPath);
-    }
-
-    /// Four icons of 16 x 16: types 05, 85, 88 and 8A.
-    static FlashBuilder FourIcons(FlashKind kind = FlashKind::NewSGold) {
-        FlashBuilder flash(kind);
-        flash.Size(2U << 20);
-        std::uint32_t seed = 1;
-        for (const std::uint8_t type : std::initializer_list<std::uint8_t>{0x05, 0x85, 0x88, 0x8A})
-            flash.AddDrawing(samples::DrawIcon(16, 16, seed++), type);
-        return flash;
     }
 
     /// A GPF2 file of one colour.

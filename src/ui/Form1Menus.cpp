@@ -119,7 +119,7 @@ void Form1::MakeFileMenu() {
     });
     menu.addSeparator();
     QAction& exit = AddEntry(menu, "mnu_FileExit", "Exit");
-    exit.setShortcut(QKeySequence::Quit);
+    exit.setShortcut(Qt::CTRL | Qt::Key_Q);  // Windows has no key of its own for it
     connect(&exit, &QAction::triggered, this, [this] { close(); });
 }
 

@@ -4,14 +4,10 @@
 /// Layouts: docs/formats/pictures-in.md.
 
 #include <cstdint>
-#include <string_view>
 
 #include "core/ByteSource.h"
 
 namespace pictavo {
-
-/// What every PNG file begins with.
-inline constexpr std::string_view kPngSignature = "\x89PNG\r\n\x1A\n";
 
 enum class PictureFileKind { Bitmap, Gif, Jpeg, Png, Unknown };
 

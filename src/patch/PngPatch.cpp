@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "codec/PictureSignature.h"
+#include "codec/PngFormat.h"
 #include "core/SignatureSearch.h"
 #include "patch/PatchLine.h"
 
@@ -10,8 +10,7 @@ namespace pictavo {
 
 namespace {
 
-constexpr Signature kPngEnd{"IEND", 0};
-constexpr std::uint64_t kChecksum = 4;
+constexpr Signature kPngEnd{kPngEndType, 0};
 constexpr std::uint64_t kAllowance = 2;
 
 Status CheckPngBegins(const ByteSource& flash, std::uint64_t start) {
@@ -35,7 +34,7 @@ Result<FileRange> FindPngInFlash(const ByteSource& flash, std::uint64_t start) {
     PICTAVO_TRY(const auto end,
                 FindSignature(flash, kPngEnd, start, flash.Size(), [](std::uint64_t) { return true; }));
     if (!end) return Fail(ErrorKind::Malformed, flash.Path(), start, "the PNG file there has no end (IEND)");
-    const FileRange place{start, *end + kPngEnd.bytes.size() + kChecksum};
+    const FileRange place{start, *end + kPngEnd.bytes.size() + kPngChecksumBytes};
     if (place.end <= flash.Size()) return place;
     return Fail(ErrorKind::Truncated, flash.Path(), start, "the flash ends inside the PNG file there");
 }

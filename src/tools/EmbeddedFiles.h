@@ -6,7 +6,7 @@
 #include <functional>
 #include <optional>
 
-#include "codec/PictureSignature.h"
+#include "codec/PngFormat.h"
 #include "core/FileRange.h"
 #include "core/SignatureSearch.h"
 
@@ -23,7 +23,7 @@ struct EmbeddedKind {
 inline constexpr EmbeddedKind kEmbeddedGif{{"GIF89a", 0}, {{"\x00\x3B", 2}, 1}, 0, ".gif"};
 
 /// The file takes in the checksum behind "IEND".
-inline constexpr EmbeddedKind kEmbeddedPng{{kPngSignature, 0}, {"IEND", 0}, 4, ".png"};
+inline constexpr EmbeddedKind kEmbeddedPng{{kPngSignature, 0}, {kPngEndType, 0}, kPngChecksumBytes, ".png"};
 
 /// Kept: a document must have a blank behind "<?xml", and ends before the first blank that a zero byte
 /// follows, be it that very blank.

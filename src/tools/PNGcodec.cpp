@@ -4,7 +4,7 @@
 #include <limits>
 #include <optional>
 
-#include "codec/PictureSignature.h"
+#include "codec/PngFormat.h"
 #include "core/BasicCalculations_Tarsk.h"
 
 namespace pictavo {
@@ -12,7 +12,6 @@ namespace pictavo {
 namespace {
 
 constexpr std::size_t kChunkHeadSize = 8;
-constexpr std::size_t kChecksumSize = 4;
 constexpr std::size_t kIndexedColourType = 3;
 constexpr std::size_t kMostEntries = 256;
 
@@ -26,7 +25,7 @@ struct Chunk {
 };
 
 std::uint64_t EndOf(const Chunk& chunk) {
-    return chunk.offset + chunk.length + kChecksumSize;
+    return chunk.offset + chunk.length + kPngChecksumBytes;
 }
 
 Result<bool> BeginsWithSignature(const ByteSource& source) {
@@ -188,7 +187,7 @@ Result<bool> IsWholePng(const ByteSource& source) {
     for (std::uint64_t offset = kPngSignature.size();;) {
         PICTAVO_TRY(const auto chunk, ChunkAt(source, offset));
         if (!chunk || EndOf(*chunk) > source.Size()) return false;
-        if (chunk->type == "IEND") return true;
+        if (chunk->type == kPngEndType) return true;
         offset = EndOf(*chunk);
     }
 }

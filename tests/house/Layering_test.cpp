@@ -33,7 +33,7 @@ const std::vector<Room> kRooms{
     {"core", {}, kNoQt},
     {"codec", {"core"}, kNoQt},
     {"patch", {"codec", "core"}, kNoQt},
-    {"tools", {"codec/GPFcodec.h", "core"}, kNoQt},
+    {"tools", {"codec/GPFcodec.h", "codec/PngFormat.h", "core"}, kNoQt},
     {"config", {"core"}, kNoQt},
     {"session", {"patch", "tools", "config", "codec", "core"}, kNoQt},
     {"shell", {"session/Ports.h", "core"}, kCoreAndGui},

@@ -3,8 +3,8 @@
 #include <ostream>
 
 #include "cli/Terminal.h"
-#include "cli/Text.h"
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/ErrorText.h"
 #include "core/SystemFile.h"
 #include "session/Messages.h"
 #include "shell/TemporaryFolder.h"
@@ -15,10 +15,6 @@ namespace {
 
 constexpr int kBarWidth = 40;
 constexpr std::chrono::milliseconds kPatience{500};
-
-std::string ErrorText(const Error& error) {
-    return error.path.empty() ? DetailText(error) : PathText(error.path) + ": " + DetailText(error);
-}
 
 }  // namespace
 

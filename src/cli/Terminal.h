@@ -15,8 +15,4 @@ void CatchInterrupts();
 /// Whether one came since.
 bool WasInterrupted();
 
-/// From now on a write beyond the limit of a file's size fails like one to a full disk, and does not end the
-/// program.
-void ReportFullDisks();
-
 }  // namespace pictavo::cli

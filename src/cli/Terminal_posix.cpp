@@ -40,8 +40,4 @@ bool WasInterrupted() {
     return interrupted;
 }
 
-void ReportFullDisks() {
-    std::signal(SIGXFSZ, SIG_IGN);
-}
-
 }  // namespace pictavo::cli

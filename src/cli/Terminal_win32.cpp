@@ -40,7 +40,4 @@ bool WasInterrupted() {
     return interrupted;
 }
 
-/// Such a limit is not known here.
-void ReportFullDisks() {}
-
 }  // namespace pictavo::cli

@@ -6,6 +6,8 @@
 #include "cli/Terminal.h"
 #include "cli/Text.h"
 #include "core/ConsoleText.h"
+#include "core/ErrorText.h"
+#include "core/FullDisks.h"
 #include "core/ProgramArguments.h"
 #include "core/Version.h"
 #include "shell/ProgramFolder.h"
@@ -118,7 +120,7 @@ void DropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 int main(int count, char** arguments) {
     qInstallMessageHandler(pictavo::cli::DropMessage);
-    pictavo::cli::ReportFullDisks();
+    pictavo::ReportFullDisks();
     const pictavo::ConsoleText console;
     const QCoreApplication application(count, arguments);  // the picture readers are plugins that it finds
     return pictavo::cli::Main(pictavo::ProgramArguments(count, arguments));

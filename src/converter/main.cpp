@@ -3,6 +3,8 @@
 
 #include "converter/Conversion.h"
 #include "core/ConsoleText.h"
+#include "core/ErrorText.h"
+#include "core/FullDisks.h"
 #include "core/ProgramArguments.h"
 #include "core/Version.h"
 
@@ -20,7 +22,7 @@ constexpr const char* kUsage =
     "alpha channel is kept, with rgb transparent parts are laid over white.\n";
 
 int Fail(const std::string& message) {
-    std::fprintf(stderr, "pictavo-convert: %s\n", message.c_str());
+    std::fprintf(stderr, "pictavo-convert: %s\n", pictavo::OnOneLine(message).c_str());
     return kFailed;
 }
 
@@ -31,9 +33,7 @@ int Print(const std::string& text) {
 
 int Convert(const pictavo::Conversion& conversion) {
     const pictavo::Status converted = pictavo::RunConversion(conversion);
-    if (converted) return kDone;
-    const std::u8string path = converted.error().path.u8string();
-    return Fail(std::string(path.begin(), path.end()) + ": " + converted.error().detail);
+    return converted ? kDone : Fail(pictavo::ErrorText(converted.error()));
 }
 
 /// The one error line says it all; what Qt and its readers would add to standard error is dropped.
@@ -43,6 +43,7 @@ void DropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 int main(int count, char** arguments) {
     qInstallMessageHandler(DropMessage);
+    pictavo::ReportFullDisks();
     const pictavo::ConsoleText console;
     const QCoreApplication application(count, arguments);  // the picture readers look their plugins up by it
     const std::vector<std::string> given = pictavo::ProgramArguments(count, arguments);

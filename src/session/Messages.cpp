@@ -1,6 +1,7 @@
 #include "session/Messages.h"
 
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/ErrorText.h"
 #include "core/PathText.h"
 
 namespace pictavo {
@@ -122,11 +123,6 @@ std::string SaveTitle(const LanguageTable& texts, const std::string& subject) {
 
 std::string FolderTitle(const LanguageTable& texts, const std::string& purpose) {
     return Title(texts, texts.str_cFold, purpose);
-}
-
-std::string DetailText(const Error& error) {
-    if (!error.offset) return error.detail;
-    return "at 0x" + UpperHex(*error.offset) + ": " + error.detail;
 }
 
 }  // namespace pictavo

@@ -44,8 +44,4 @@ std::string OpenTitle(const LanguageTable& texts, const std::string& subject);
 std::string SaveTitle(const LanguageTable& texts, const std::string& subject);
 std::string FolderTitle(const LanguageTable& texts, const std::string& purpose);
 
-/// An error as plain text: the reason, and where; what boxes and the command line say when the language table
-/// has no text for it.
-std::string DetailText(const Error& error);
-
 }  // namespace pictavo

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/BasicCalculations_Tarsk.h"
-#include "core/PathText.h"
+#include "core/ErrorText.h"
 
 namespace pictavo {
 
@@ -14,8 +14,7 @@ constexpr std::size_t kMostLines = 12;
 std::string ProblemLine(const Problem& problem) {
     const std::string number =
         problem.number ? PadZeros(std::to_string(*problem.number), 4, true) + ": " : "";
-    const std::string path = problem.error.path.empty() ? "" : PathText(problem.error.path) + ": ";
-    return number + path + DetailText(problem.error);
+    return number + ErrorText(problem.error);
 }
 
 std::string ProblemLines(const std::vector<Problem>& problems) {

@@ -183,6 +183,11 @@ TEST_F(ConverterTest, AnOutputThatCanNotBeWrittenIsNamedAndAnOldFileStays) {
     EXPECT_EQ(ListNames(temp.Path()), (std::vector<std::string>{"in", "old"}));
 }
 
+TEST_F(ConverterTest, AnErrorTakesOneLineWhateverTheNamesHold) {
+    const std::string in = Write("line\nbreak", Bytes{1, 2, 3});
+    ExpectRefused(Rgba("bmp", in, Path("out")), {"line break: "});
+}
+
 TEST_F(ConverterTest, OddNamesAreNamesLikeAnyOther) {
     around.folder = temp.Path();
     for (const std::string name : {"a b 'c' \"d\"", "\xC3\xBC", "\xFF\xFE", "-o", "-out"}) {

@@ -47,7 +47,7 @@ inline void Redirect(int handle, const std::filesystem::path& path, int flags) {
 
 [[noreturn]] inline void Become(std::vector<std::string> command, Surroundings around,
                                 const std::filesystem::path& out, const std::filesystem::path& err) {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGXFSZ})
         std::signal(signal, SIG_DFL);  // whoever runs the tests
     Redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
     Redirect(STDOUT_FILENO, out, O_WRONLY | O_CREAT);

@@ -1,0 +1,11 @@
+#include <csignal>
+
+#include "core/FullDisks.h"
+
+namespace pictavo {
+
+void ReportFullDisks() {
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
+}  // namespace pictavo

@@ -11,12 +11,12 @@
 
 #include "shell/Folders.h"
 #include "shell/ProgramFolder.h"
+#include "shell/QtPath.h"
 #include "shell/QtPictureLoader.h"
 #include "shell/Shell_.h"
 #include "ui/Form1.h"
 #include "ui/MenuParts.h"
 #include "ui/QtPrompts.h"
-#include "ui/QtText.h"
 
 namespace {
 

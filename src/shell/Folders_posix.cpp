@@ -2,6 +2,7 @@
 #include <QStandardPaths>
 
 #include "shell/Folders.h"
+#include "shell/QtPath.h"
 
 namespace pictavo {
 
@@ -21,7 +22,7 @@ QLocale LocaleOfTexts() {
 std::filesystem::path UserFolder() {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     if (folder.isEmpty()) return {};
-    return std::filesystem::path(folder.toStdU16String()) / kFolderName;
+    return StdPath(folder) / kFolderName;
 }
 
 std::vector<std::filesystem::path> DataFolders(const std::filesystem::path& programFolder) {

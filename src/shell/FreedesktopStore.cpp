@@ -7,10 +7,12 @@
 
 #include "core/ByteSource.h"
 #include "core/OutputFile.h"
+#include "core/PathText.h"
 #include "shell/CFileAssociation.h"
 #include "shell/DefaultApplication.h"
 #include "shell/DesktopEntry.h"
 #include "shell/MimePackage.h"
+#include "shell/QtPath.h"
 
 namespace pictavo {
 
@@ -101,8 +103,7 @@ Result<bool> Put(const fs::path& path, std::string_view text) {
 std::string Located(const std::string& name) {
     const QString found = QStandardPaths::findExecutable(QString::fromStdString(name));
     if (found.isEmpty()) return name;
-    const std::u8string path = BehindLinks(found.toStdU16String()).u8string();
-    return {path.begin(), path.end()};
+    return PathText(BehindLinks(StdPath(found)));
 }
 
 }  // namespace
@@ -298,9 +299,7 @@ fs::path FreedesktopStore::Template(const std::string& extension) const {
 
 void FreedesktopStore::RunTool(const std::string& name, const fs::path& folder) {
     const QString program = QStandardPaths::findExecutable(QString::fromStdString(name));
-    const std::u8string argument = folder.u8string();
-    if (!program.isEmpty())
-        processes_.RunAndWait(program.toStdU16String(), {std::string(argument.begin(), argument.end())});
+    if (!program.isEmpty()) processes_.RunAndWait(StdPath(program), {PathText(folder)});
 }
 
 }  // namespace pictavo

@@ -1,4 +1,4 @@
-#include <QLibrary>
+#include <dlfcn.h>
 
 #include "core/BasicCalculations_Tarsk.h"
 #include "shell/LatePictureLoader.h"
@@ -18,12 +18,12 @@ std::filesystem::path FindModule(const std::filesystem::path& programFolder) {
 
 Status LatePictureLoader::LoadModule() {
     const std::filesystem::path path = FindModule(programFolder_);
-    QLibrary module(QString::fromStdU16String(path.u16string()));
-    const auto find = reinterpret_cast<PictureLoaderOfModule*>(module.resolve("PictavoPictureLoader"));
+    void* const module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* const find = module == nullptr ? nullptr : dlsym(module, "PictavoPictureLoader");
     if (find == nullptr)
         return Fail(ErrorKind::FileMissing, path,
-                    "the picture readers cannot be loaded (" + module.errorString().toStdString() + ")");
-    loader_ = find();
+                    std::string("the picture readers cannot be loaded (") + dlerror() + ")");
+    loader_ = reinterpret_cast<PictureLoaderOfModule*>(find)();
     return {};
 }
 

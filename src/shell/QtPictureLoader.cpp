@@ -26,10 +26,6 @@ ImportedPixels PixelsOf(const QImage& image) {
     return pixels;
 }
 
-Failure TooLarge(const std::filesystem::path& path) {
-    return Fail(ErrorKind::TooLarge, path, "the picture is too large (at most 240 x 320)");
-}
-
 }  // namespace
 
 Result<ImportedPixels> QtPictureLoader::Load(const std::filesystem::path& path) {
@@ -41,12 +37,12 @@ Result<ImportedPixels> QtPictureLoader::Load(const std::filesystem::path& path) 
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(false);
     if (!reader.canRead()) return Fail(ErrorKind::UnknownFile, path, "is no picture file of a known kind");
-    if (IsTooLarge(reader.size().width(), reader.size().height())) return TooLarge(path);
+    PICTAVO_TRY(CheckPictureSize(path, reader.size().width(), reader.size().height()));
     const QImage image = reader.read();
     if (image.isNull())
         return Fail(ErrorKind::Malformed, path,
                     "can not be read as a picture (" + reader.errorString().toStdString() + ")");
-    if (IsTooLarge(image.width(), image.height())) return TooLarge(path);
+    PICTAVO_TRY(CheckPictureSize(path, image.width(), image.height()));
     return PixelsOf(image);
 }
 

@@ -3,6 +3,7 @@
 #include <QProcess>
 
 #include "shell/ChildConsole.h"
+#include "shell/QtPath.h"
 
 namespace pictavo {
 
@@ -13,8 +14,7 @@ constexpr int kNoTimeLimit = -1;
 /// Absolute, since a bare name would be looked up on PATH and not in the current folder.
 QString TextOf(const std::filesystem::path& program) {
     std::error_code ignored;
-    const std::u8string text = std::filesystem::absolute(program, ignored).u8string();
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return QtPath(std::filesystem::absolute(program, ignored));
 }
 
 }  // namespace

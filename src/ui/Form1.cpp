@@ -16,6 +16,7 @@
 #include "session/Settings.h"
 #include "session/ShowPicture.h"
 #include "session/StartUp.h"
+#include "shell/QtPath.h"
 #include "ui/Captions.h"
 #include "ui/MenuParts.h"
 #include "ui/QtText.h"

@@ -10,6 +10,7 @@
 #include "session/Names.h"
 #include "session/Report.h"
 #include "session/Settings.h"
+#include "shell/QtPath.h"
 #include "ui/Captions.h"
 #include "ui/MenuParts.h"
 #include "ui/QtText.h"

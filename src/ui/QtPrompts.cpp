@@ -7,6 +7,7 @@
 #include <QMessageBox>
 
 #include "core/Version.h"
+#include "shell/QtPath.h"
 #include "ui/QtText.h"
 
 namespace pictavo {

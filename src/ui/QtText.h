@@ -1,9 +1,8 @@
 #pragma once
 
-/// Texts and paths on their way to and from Qt.
+/// Texts on their way to Qt.
 
 #include <QString>
-#include <filesystem>
 #include <string>
 
 namespace pictavo {
@@ -16,17 +15,6 @@ inline QString Shown(const std::string& utf8) {
 /// A text that must not be read as holding a mnemonic.
 inline QString WithoutMnemonic(QString text) {
     return text.replace('&', "&&");
-}
-
-inline QString QtPath(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-/// Parted as the system does it, and not, as Qt does, by slashes on every one.
-inline std::filesystem::path StdPath(const QString& path) {
-    const QByteArray bytes = path.toUtf8();
-    return std::filesystem::path(std::u8string(bytes.begin(), bytes.end())).make_preferred();
 }
 
 }  // namespace pictavo

@@ -4,10 +4,12 @@
 #include <QMessageBox>
 #include <QTimer>
 
+#include "core/ErrorText.h"
+#include "core/FullDisks.h"
 #include "core/Version.h"
-#include "session/Messages.h"
 #include "shell/Folders.h"
 #include "shell/ProgramFolder.h"
+#include "shell/QtPath.h"
 #include "shell/QtPictureLoader.h"
 #include "shell/ReadMe.h"
 #include "shell/Shell_.h"
@@ -18,7 +20,6 @@
 #include "ui/Form1.h"
 #include "ui/GivenNames.h"
 #include "ui/QtPrompts.h"
-#include "ui/QtText.h"
 
 namespace {
 
@@ -61,6 +62,7 @@ int Refuse(const Error& error) {
 }  // namespace
 
 int main(int count, char** arguments) {
+    ReportFullDisks();
     QApplication application(count, arguments);
     QApplication::setApplicationName("Pictavo");
     QApplication::setApplicationVersion(kVersion);

@@ -34,6 +34,15 @@ class SettingsTest : public CliTest {
     std::string flash;
 };
 
+TEST_F(SettingsTest, TheProgramsFolderMayHaveAnyName) {
+    std::filesystem::rename(temp / "app", temp / "p\xE9");
+    const std::string bmp = Write("a.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 7), 24));
+    const Ended ended =
+        RunProgram({(temp / "p\xE9" / "pictavo-cli").string(), "convert", bmp, Path("a.gpf")}, around);
+    EXPECT_EQ(ended.status, 0) << ended.err;
+    EXPECT_TRUE(std::filesystem::exists(temp / "a.gpf"));
+}
+
 TEST_F(SettingsTest, WithoutTheFileTheDefaultsHoldAndNoneIsWritten) {
     EXPECT_EQ(ExportedNames(), std::vector<std::string>{"3.bmp"});
     EXPECT_EQ(ListNames(temp / "app"), (std::vector<std::string>{"pictavo-cli", kReadersModule}));

@@ -1,12 +1,23 @@
 #include "patch/WorkFiles.h"
 
+#include "core/AsciiText.h"
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/PathText.h"
 #include "core/SystemNames.h"
 
 namespace pictavo {
 
 std::filesystem::path WorkFiles::Replacement(int number) const {
     return folder / (PadZeros(std::to_string(number), 4, true) + ".gpf2");
+}
+
+bool WorkFiles::IsOne(const std::filesystem::path& path) const {
+    const std::filesystem::path name = path.filename();
+    const bool isReplacement = name.extension() == ".gpf2" && IsDecimal(PathText(name.stem()));
+    if (!isReplacement && name != PngBitmap().filename() && name != Png().filename() &&
+        name != PngPatch().filename())
+        return false;
+    return system_file::AreSame(path.parent_path().empty() ? "." : path.parent_path(), folder);
 }
 
 void RemoveWorkFile(const std::filesystem::path& path) {

@@ -13,6 +13,9 @@ struct WorkFiles {
     /// The replacement of a picture. Always named in decimal with four digits, whatever the settings say.
     std::filesystem::path Replacement(int number) const;
 
+    /// Whether `path` is, or would be, one of these files.
+    bool IsOne(const std::filesystem::path& path) const;
+
     std::filesystem::path PngBitmap() const { return folder / "PNGtemp.bmp"; }
     std::filesystem::path Png() const { return folder / "PNGtemp.png"; }
     std::filesystem::path PngPatch() const { return folder / "PNGpatch.vkp"; }

@@ -29,6 +29,8 @@ Status CheckReplaceable(const std::filesystem::path& path, file_type type) {
 
 Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports,
                                             const std::filesystem::path& path, const Inputs& inputs) {
+    if (session.workFiles.IsOne(path))
+        return Fail(ErrorKind::OutputIsInput, path, "is the name of a temporary file of this program");
     const file_type type = system_file::TypeOfName(path);
     if (type == file_type::none || type == file_type::not_found)
         return std::optional(CommitMode::KeepExisting);
@@ -51,10 +53,15 @@ std::filesystem::path TargetFolder::PathOf(const std::string& name) const {
     return path_ / pictavo::PathOf(name);
 }
 
+bool TargetFolder::IsWorkFolder(const Session& session) {
+    if (!isWorkFolder_) isWorkFolder_ = system_file::AreSame(path_, session.workFiles.folder);
+    return *isWorkFolder_;
+}
+
 Result<std::optional<CommitMode>> TargetFolder::Ask(const Session& session, Ports& ports,
                                                     const std::string& name, const Inputs& inputs) {
     const bool isNew = asked_.insert(name).second;
-    if (wasEmpty_ && isNew) return std::optional(CommitMode::KeepExisting);
+    if (wasEmpty_ && isNew && !IsWorkFolder(session)) return std::optional(CommitMode::KeepExisting);
     return AskTarget(session, ports, PathOf(name), inputs);
 }
 

@@ -16,7 +16,8 @@ using Inputs = std::vector<std::filesystem::path>;
 
 /// How `path` may be written: a new file, a replaced one, or nothing when the user declined to replace what
 /// is there. Fails without asking: with OutputIsInput when `path` is the open flash or one of `inputs`, also
-/// through a link, and with WriteFailed when it is neither a regular file nor a link.
+/// through a link, or has the name of a work file, which is not the user's; and with WriteFailed when it is
+/// neither a regular file nor a link.
 Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports,
                                             const std::filesystem::path& path, const Inputs& inputs = {});
 
@@ -37,8 +38,11 @@ class TargetFolder {
   private:
     explicit TargetFolder(std::filesystem::path path) : path_(std::move(path)) {}
 
+    bool IsWorkFolder(const Session& session);
+
     std::filesystem::path path_;
     bool wasEmpty_ = false;
+    std::optional<bool> isWorkFolder_;
     std::set<std::string> asked_;
 };
 

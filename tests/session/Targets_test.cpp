@@ -63,6 +63,23 @@ TEST_F(TargetsTest, TheFlashAndEachInputAreRefusedWithoutAQuestionAlsoThroughALi
     }
 }
 
+TEST_F(TargetsTest, TheNamesOfWorkFilesAreRefusedInTheWorkFolderAlone) {
+    for (const char* name : {"0012.gpf2", "2500.gpf2", "PNGtemp.bmp", "PNGtemp.png", "PNGpatch.vkp"}) {
+        ExpectRefused(session.workFiles.folder / name, ErrorKind::OutputIsInput,
+                      "is the name of a temporary file of this program");
+        EXPECT_TRUE(AskTarget(session, scripted.ports, temp / name)) << name;
+    }
+    for (const char* name : {"x12.gpf2", "0012.gpf", ".gpf2", "PNGtemp.vkp"})
+        EXPECT_TRUE(AskTarget(session, scripted.ports, session.workFiles.folder / name)) << name;
+}
+
+TEST_F(TargetsTest, ABatchIntoTheEmptyWorkFolderWritesNoWorkFile) {
+    auto folder = TargetFolder::Open(session.workFiles.folder);
+    ASSERT_TRUE(folder);
+    EXPECT_FALSE(folder->Ask(session, scripted.ports, "0012.gpf2"));
+    EXPECT_EQ(folder->Ask(session, scripted.ports, "12.bmp").value(), CommitMode::KeepExisting);
+}
+
 TEST_F(TargetsTest, AnInputIsRefusedThroughASymbolicLinkToo) {
     PICTAVO_NEEDS_POSIX("symbolic links");
     const auto input = WriteFile(temp / "input", std::string("1"));

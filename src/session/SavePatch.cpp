@@ -25,14 +25,12 @@ std::optional<Error> ProblemOf(const Session& session, const PatchSection& secti
     return std::nullopt;
 }
 
-/// Notes them, and shows the box of each picture without free memory.
-void NoteProblems(const Session& session, Ports& ports, const PatchPlan& plan, Outcome& outcome) {
-    for (const PatchSection& section : plan.sections) {
-        const auto problem = ProblemOf(session, section);
-        if (!problem) continue;
-        Tell(session, ports, *problem);
-        outcome.problems.push_back({*problem, section.row.record.number});
-    }
+/// Each picture that the patch will lack has a box of its own, also one whose work file could not be read.
+void TellProblems(const Session& session, Ports& ports, const PatchPlan& plan, Outcome& outcome) {
+    for (const PatchSection& section : plan.sections)
+        if (const auto problem = ProblemOf(session, section))
+            outcome.problems.push_back({*problem, section.row.record.number});
+    for (const Problem& problem : outcome.problems) Tell(session, ports, problem.error);
 }
 
 Status AppendPngPatch(const Session& session, OutputFile& patch) {
@@ -76,7 +74,7 @@ PatchOutcome SavePatchTo(Session& session, Ports& ports, const std::filesystem::
     Outcome outcome;
     auto plan = PlanPendingPatch(session, outcome);
     if (!plan) return {Refuse(session, ports, plan.error()), {}};
-    NoteProblems(session, ports, *plan, outcome);
+    TellProblems(session, ports, *plan, outcome);
     if (const Status written = WritePatch(session, *plan, path, **mode); !written)
         return {Refuse(session, ports, written.error()), {}};
     ConsumeWorkFiles(session, *plan);

@@ -354,6 +354,7 @@ TEST_F(SavePatchTest, AWorkFileThatCannotBeOpenedIsAProblemAndNoMissingOne) {
     Save();
     EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::FileMissing);
     EXPECT_EQ(outcome.problems.at(0).error.path, workFile);
+    EXPECT_EQ(scripted.prompts.notices.size(), 2U) << "a box for the picture, and one for the patch";
     EXPECT_TRUE(session.savePatchEnabled);
     EXPECT_FALSE(ShowRow(session, 0)) << "the flash's picture took its place";
 }

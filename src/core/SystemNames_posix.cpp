@@ -1,4 +1,5 @@
 #include <system_error>
+#include <unistd.h>
 
 #include "core/SystemNames.h"
 
@@ -20,8 +21,7 @@ bool AreSame(const std::filesystem::path& one, const std::filesystem::path& othe
 }
 
 void RemoveFile(const std::filesystem::path& path) {
-    std::error_code ignored;
-    std::filesystem::remove(path, ignored);
+    ::unlink(path.c_str());
 }
 
 Status CreateFolders(const std::filesystem::path& folder) {

@@ -152,6 +152,14 @@ void ExpectUsable(const std::filesystem::path& folder, const std::string& name) 
     EXPECT_TRUE(system_file::IsEmptyFolder(folder)) << folder;
 }
 
+TEST(SystemFile, RemovingAFileLeavesAFolderOfThatName) {
+    const TempFolder temp;
+    std::filesystem::create_directory(temp / "empty");
+    system_file::RemoveFile(temp / "empty");
+    system_file::RemoveFile(temp / "missing");
+    EXPECT_EQ(ListNames(temp.Path()), std::vector<std::string>{"empty"});
+}
+
 TEST(SystemFile, NamesMayHoldAnyLetters) {
     const TempFolder temp;
     for (const std::string name : {"with blanks ;$(x)&'.bmp", "Картинка.gpf", "\U0001F4F1.png"}) {

@@ -19,11 +19,14 @@ namespace pictavo {
 /// them.
 Bytes ComposeBitmap(const Picture& picture, bool withAlpha, const ChannelFlags& flags = {});
 
+/// Bits per pixel of the bitmaps that ReadBitmap32 reads: the systems' readers would drop their alpha.
+inline constexpr int kDirectlyReadDepth = 32;
+
 /// The pixels of a 32-bit bitmap, alpha included. `info` is what ReadPictureFileInfo says of `source`. Fails
 /// with Truncated when the file ends before its last row, and with ReadFailed.
 Result<ImportedPixels> ReadBitmap32(const ByteSource& source, const PictureFileInfo& info);
 
-/// Fails with Truncated when an uncompressed bitmap ends before its last row, and with ReadFailed. A
+/// Fails with Truncated when an uncompressed bitmap ends before its last row. A
 /// compressed one is left to whoever reads it, and so is one of 0 bits per pixel.
 Status CheckBitmapFilled(const ByteSource& source, const PictureFileInfo& info);
 

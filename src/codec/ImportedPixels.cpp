@@ -1,6 +1,7 @@
 #include "codec/ImportedPixels.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace pictavo {
 
@@ -17,6 +18,14 @@ std::uint8_t OverWhite(int colour, int alpha) {
 
 }  // namespace
 
+Status CheckPictureSize(const std::filesystem::path& path, std::int64_t width, std::int64_t height) {
+    if (!IsTooLarge(width, height)) return {};
+    return Fail(ErrorKind::TooLarge, path,
+                "a picture of " + std::to_string(width) + " x " + std::to_string(height) +
+                    " is too large (at most " + std::to_string(kMostWidth) + " x " +
+                    std::to_string(kMostHeight) + ")");
+}
+
 void LayOverWhite(ImportedPixels& pixels) {
     for (Cell& cell : pixels.cells)
         cell = {OverWhite(cell.r, cell.a), OverWhite(cell.g, cell.a), OverWhite(cell.b, cell.a), 0};
@@ -25,6 +34,7 @@ void LayOverWhite(ImportedPixels& pixels) {
 
 void StoreImportedPixels(const ImportedPixels& pixels, int bitDepth, const ChannelFlags& flags,
                          Picture& picture) {
+    assert(!IsTooLarge(pixels.width, pixels.height));
     auto next = pixels.cells.begin();
     for (int y = 0; y < pixels.height; ++y) {
         for (int x = 0; x < pixels.width; ++x, ++next) {

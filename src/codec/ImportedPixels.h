@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "codec/Raster.h"
+#include "core/Result.h"
 
 namespace pictavo {
 
@@ -14,6 +15,10 @@ struct ImportedPixels {
     std::vector<Cell> cells;  ///< row by row from the top, width * height of them
     bool hasAlpha = false;    ///< when false every A is 0
 };
+
+/// Fails with TooLarge, naming the file at `path`, when a picture of this size, in pixels, does not fit into
+/// the Raster.
+Status CheckPictureSize(const std::filesystem::path& path, std::int64_t width, std::int64_t height);
 
 /// Lays every pixel over white; the pixels then have no alpha.
 void LayOverWhite(ImportedPixels& pixels);

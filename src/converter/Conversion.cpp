@@ -13,13 +13,7 @@ namespace pictavo {
 
 namespace {
 
-constexpr int kDirectlyReadDepth = 32;
 constexpr std::uint64_t kLongestFile = std::uint64_t{64} << 20;
-
-Status CheckSize(const std::filesystem::path& path, std::int64_t width, std::int64_t height) {
-    if (!IsTooLarge(width, height)) return {};
-    return Fail(ErrorKind::TooLarge, path, "the picture is larger than 240 x 320");
-}
 
 /// With straight alpha, so that the colour of a transparent pixel stays what it is.
 ImportedPixels PixelsOf(const QImage& image) {
@@ -52,16 +46,18 @@ Result<ImportedPixels> ReadWithQt(const ByteSource& source, const char* format) 
     const SilencedStandardError silence;
     QImageReader reader(&buffer, format);
     const QSize size = reader.size();
-    PICTAVO_TRY(CheckSize(source.Path(), size.width(), size.height()));
+    PICTAVO_TRY(CheckPictureSize(source.Path(), size.width(), size.height()));
     const QImage image = reader.read();
-    if (!image.isNull()) return PixelsOf(image);
-    return Fail(ErrorKind::Malformed, source.Path(),
-                "can not be read as a picture (" + reader.errorString().toStdString() + ")");
+    if (image.isNull())
+        return Fail(ErrorKind::Malformed, source.Path(),
+                    "can not be read as a picture (" + reader.errorString().toStdString() + ")");
+    PICTAVO_TRY(CheckPictureSize(source.Path(), image.width(), image.height()));
+    return PixelsOf(image);
 }
 
 /// Bitmaps of 32 bits are read here, since Qt's reader would drop their alpha.
 Result<ImportedPixels> ReadBitmap(const ByteSource& source, const PictureFileInfo& info) {
-    PICTAVO_TRY(CheckSize(source.Path(), info.width, info.height));
+    PICTAVO_TRY(CheckPictureSize(source.Path(), info.width, info.height));
     if (info.bitDepth == kDirectlyReadDepth) return ReadBitmap32(source, info);
     PICTAVO_TRY(CheckBitmapFilled(source, info));
     return ReadWithQt(source, "bmp");

@@ -10,7 +10,6 @@ namespace pictavo {
 
 namespace {
 
-constexpr int kDirectlyReadDepth = 32;
 constexpr int kUnknownFileDepth = 24;  // what the system's readers hand over
 
 /// A picture on its way in.
@@ -19,13 +18,6 @@ struct Import {
     int bitDepth = 0;
 };
 
-Status CheckSize(const std::filesystem::path& path, std::int64_t width, std::int64_t height) {
-    if (!IsTooLarge(width, height)) return {};
-    return Fail(ErrorKind::TooLarge, path,
-                "a picture of " + std::to_string(width) + " x " + std::to_string(height) +
-                    " is too large (at most 240 x 320)");
-}
-
 Result<Import> ImportBitmap32(const ByteSource& source, const PictureFileInfo& info) {
     PICTAVO_TRY(ImportedPixels pixels, ReadBitmap32(source, info));
     return Import{std::move(pixels), info.bitDepth};
@@ -33,13 +25,13 @@ Result<Import> ImportBitmap32(const ByteSource& source, const PictureFileInfo& i
 
 /// Everything but PNG.
 Result<Import> ImportPlain(PictureLoader& loader, const ByteSource& source, const PictureFileInfo& info) {
-    PICTAVO_TRY(CheckSize(source.Path(), info.width, info.height));
+    PICTAVO_TRY(CheckPictureSize(source.Path(), info.width, info.height));
     const bool isBitmap = info.kind == PictureFileKind::Bitmap;
     if (isBitmap && info.bitDepth == kDirectlyReadDepth) return ImportBitmap32(source, info);
     if (isBitmap) PICTAVO_TRY(CheckBitmapFilled(source, info));
     if (info.kind == PictureFileKind::Jpeg) PICTAVO_TRY(CheckJpegEnded(source));
     PICTAVO_TRY(ImportedPixels pixels, loader.Load(source.Path()));
-    PICTAVO_TRY(CheckSize(source.Path(), pixels.width, pixels.height));
+    PICTAVO_TRY(CheckPictureSize(source.Path(), pixels.width, pixels.height));
     const int depth = info.kind == PictureFileKind::Unknown ? kUnknownFileDepth : info.bitDepth;
     return Import{std::move(pixels), depth};
 }
@@ -64,7 +56,7 @@ Error ConversionError(const Session& session, const std::filesystem::path& png, 
 
 Result<Import> ImportPng(const Session& session, Ports& ports, const ByteSource& source) {
     PICTAVO_TRY(const PNGInfo png, ReadPNGInfo(source));
-    PICTAVO_TRY(CheckSize(source.Path(), png.width, png.height));
+    PICTAVO_TRY(CheckPictureSize(source.Path(), png.width, png.height));
     PICTAVO_TRY(const auto bitmap,
                 ConvertPngToBitmap(session, ports.processes, source.Path(), png.colourType));
     auto import = ImportConverted(ports.pictures, bitmap);

@@ -15,4 +15,8 @@ std::string PathText(const std::filesystem::path& path);
 /// On Windows, what is no UTF-8 becomes U+FFFD.
 std::filesystem::path PathOf(std::string_view text);
 
+/// The same file by its short name, which programs that know neither Unicode nor long paths can open, where
+/// the system keeps one; else, and on all systems but Windows, the path as it is.
+std::filesystem::path ShortPath(const std::filesystem::path& path);
+
 }  // namespace pictavo

@@ -10,4 +10,8 @@ std::filesystem::path PathOf(std::string_view text) {
     return std::string(text);
 }
 
+std::filesystem::path ShortPath(const std::filesystem::path& path) {
+    return path;
+}
+
 }  // namespace pictavo

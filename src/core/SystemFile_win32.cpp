@@ -99,6 +99,13 @@ bool RemoveWhenClosed(HANDLE handle) {
     return SetFileInformationByHandle(handle, FileDispositionInfo, &disposition, sizeof disposition) != 0;
 }
 
+/// Of a folder the system says that access is denied.
+Failure CanNotBeOpened(const std::filesystem::path& path, DWORD code) {
+    const bool isFolder = TypeOfFile(path) == std::filesystem::file_type::directory;
+    return Fail(ErrorKind::FileMissing, path,
+                "can not be opened (" + (isFolder ? "it is a folder" : Reason(code)) + ")");
+}
+
 }  // namespace
 
 Result<Opened> OpenForReading(const std::filesystem::path& path) {
@@ -106,9 +113,7 @@ Result<Opened> OpenForReading(const std::filesystem::path& path) {
     constexpr DWORD kAnonymous = SECURITY_SQOS_PRESENT | SECURITY_ANONYMOUS;
     const HANDLE handle = CreateFileW(SystemPath(path).c_str(), GENERIC_READ, kShareWithAll, nullptr,
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL | kAnonymous, nullptr);
-    if (handle == INVALID_HANDLE_VALUE && TypeOfFile(path) == std::filesystem::file_type::directory)
-        return Fail(ErrorKind::FileMissing, path, "can not be opened (it is a folder)");
-    if (handle == INVALID_HANDLE_VALUE) return FailWith(ErrorKind::FileMissing, path, "can not be opened");
+    if (handle == INVALID_HANDLE_VALUE) return CanNotBeOpened(path, GetLastError());
     LARGE_INTEGER size{};
     if (GetFileType(handle) == FILE_TYPE_DISK && GetFileSizeEx(handle, &size) != 0)
         return Opened{Number(handle), static_cast<std::uint64_t>(size.QuadPart)};

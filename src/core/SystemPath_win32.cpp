@@ -1,14 +1,11 @@
 #include "core/SystemPath_win32.h"
 
-#include <string_view>
 #include <windows.h>
 
 namespace pictavo::system_file {
 
 namespace {
 
-constexpr std::wstring_view kLongMark = L"\\\\?\\";
-constexpr std::wstring_view kLongShareMark = L"\\\\?\\UNC\\";
 constexpr std::wstring_view kDeviceMark = L"\\\\.\\";
 constexpr std::wstring_view kShareStart = L"\\\\";
 

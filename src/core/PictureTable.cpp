@@ -2,34 +2,11 @@
 
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/Cursor.h"
+#include "core/PitRecordLayout.h"
 
 namespace pictavo {
 
 namespace {
-
-/// One of the two record forms, and the limits that a valid record of it keeps.
-struct RecordLayout {
-    std::size_t sizeFieldBytes;  // width and height, each
-    std::size_t unusedBytes;     // between type and address
-    int lastNumber;
-    int widthLimit;
-    int heightLimit;
-};
-
-constexpr RecordLayout kShortLayout{1, 0, 2000, 255, 255};
-constexpr RecordLayout kLongLayout{2, 2, 2500, 240, 320};
-constexpr std::size_t kTypeBytes = 2;
-constexpr std::size_t kAddressBytes = 4;
-constexpr std::uint8_t kLastTypeCode = 0x8F;
-
-constexpr std::size_t SizeOf(const RecordLayout& layout) {
-    return 2 * layout.sizeFieldBytes + kTypeBytes + layout.unusedBytes + kAddressBytes;
-}
-static_assert(SizeOf(kShortLayout) == 8 && SizeOf(kLongLayout) == 12);
-
-const RecordLayout& LayoutOf(const FullflashImage& flash) {
-    return flash.HasLongRecords() ? kLongLayout : kShortLayout;
-}
 
 /// Kept: four hex digits are read as a signed number, so a two-byte size of 0x8000 and more is negative and
 /// passes the limits.
@@ -38,19 +15,19 @@ int ReadSize(Cursor& cursor, std::size_t bytes) {
 }
 
 /// Reads a record's size and type; false when they are not those of a valid record.
-bool ReadDescription(Cursor& cursor, const RecordLayout& layout, PictureRecord& record) {
+bool ReadDescription(Cursor& cursor, const PitRecordLayout& layout, PictureRecord& record) {
     record.pitOffset = static_cast<std::uint32_t>(cursor.Position());
-    record.width = ReadSize(cursor, layout.sizeFieldBytes);
-    record.height = ReadSize(cursor, layout.sizeFieldBytes);
+    record.width = ReadSize(cursor, layout.sizeBytes);
+    record.height = ReadSize(cursor, layout.sizeBytes);
     record.typeCode = cursor.Byte();
     const std::uint8_t secondTypeByte = cursor.Byte();
-    return secondTypeByte == 0 && record.width <= layout.widthLimit && record.height <= layout.heightLimit &&
-           record.typeCode <= kLastTypeCode;
+    return secondTypeByte == 0 && FitsLimits(layout, record.width, record.height, record.typeCode);
 }
 
-void ReadLocation(Cursor& cursor, const RecordLayout& layout, PictureRecord& record) {
+void ReadLocation(Cursor& cursor, const PitRecordLayout& layout, PictureRecord& record) {
     cursor.Take(layout.unusedBytes);
-    record.picOffset = BytesToOffset({cursor.Take(kAddressBytes), kAddressBytes}).value_or(0);
+    constexpr std::size_t length = PitRecordLayout::kAddressBytes;
+    record.picOffset = BytesToOffset({cursor.Take(length), length}).value_or(0);
 }
 
 std::string TypeText(std::uint8_t typeCode) {
@@ -100,14 +77,14 @@ std::string ColumnText(const PictureRecord& record, Column column) {
 }
 
 std::size_t RecordSize(const FullflashImage& flash) {
-    return SizeOf(LayoutOf(flash));
+    return RecordLayoutOf(flash).Bytes();
 }
 
 Result<PictureTable> ReadPictureTable(const FullflashImage& flash, const TableProgress& progress) {
     PictureTable table;
     table.endMet = true;
     if (!flash.pitOffset) return table;
-    const RecordLayout& layout = LayoutOf(flash);
+    const PitRecordLayout& layout = RecordLayoutOf(flash);
     Cursor cursor(*flash.source, *flash.pitOffset);
     for (int number = 0; number <= layout.lastNumber; ++number) {
         PictureRecord record{.number = number};

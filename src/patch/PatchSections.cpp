@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/PitRecordLayout.h"
 #include "patch/PatchLine.h"
 
 namespace pictavo {
@@ -15,10 +16,6 @@ constexpr std::string_view kTitleEnd = " #####";
 /// Lines that are shorter hold no data.
 constexpr std::size_t kShortestDataLine = 14;
 
-/// A line of more bytes than a short record has puts a long one into the table.
-constexpr std::size_t kShortRecord = 8;
-constexpr std::size_t kLongRecord = 12;
-
 /// Type codes below this are uncompressed and make a GPF; the others a GPF2.
 constexpr std::uint16_t kFirstGpf2Type = 11;
 
@@ -28,27 +25,26 @@ std::optional<std::string> NameIn(std::string_view line, std::string_view title)
     return std::string(line.substr(title.size(), line.size() - title.size() - kTitleEnd.size()));
 }
 
-GpfHeader HeaderOf(std::uint16_t width, std::uint16_t height, std::uint16_t type) {
-    return {width, height, type, 0, type >= kFirstGpf2Type};
+/// The width or height that a record's field holds.
+std::uint16_t SizeIn(ByteView field, const PitRecordLayout& layout) {
+    return layout.sizeBytes == 1 ? field[0] : LittleEndian16(field);
 }
 
-GpfHeader ShortRecordHeader(ByteView record) {
-    return HeaderOf(record[0], record[1], record[2]);
+GpfHeader HeaderOf(ByteView record, const PitRecordLayout& layout) {
+    const std::uint16_t type = record[layout.TypeAt()];
+    return {SizeIn(record, layout), SizeIn(record.subspan(layout.HeightAt()), layout), type, 0,
+            type >= kFirstGpf2Type};
 }
 
-GpfHeader LongRecordHeader(ByteView record) {
-    return HeaderOf(LittleEndian16(record), LittleEndian16(record.subspan(2)), record[4]);
-}
-
-/// What the table record that the line writes says of the picture; nothing when it writes none.
+/// What the table record that the line writes says of the picture; nothing when it writes none. A line of
+/// more bytes than a short record has puts a long one into the table.
 std::optional<GpfHeader> HeaderIn(const std::string& line) {
     const auto entry = ParsePatchLine(line, 0);
     if (!entry) return std::nullopt;
-    const bool isLong = entry->newBytes.size() > kShortRecord;
-    const std::size_t length = isLong ? kLongRecord : kShortRecord;
-    if (entry->newBytes.size() < length) return std::nullopt;
-    const ByteView record = ByteView(entry->newBytes).last(length);
-    return isLong ? LongRecordHeader(record) : ShortRecordHeader(record);
+    const std::size_t length = entry->newBytes.size();
+    const PitRecordLayout& layout = length > kShortRecord.Bytes() ? kLongRecord : kShortRecord;
+    if (length < layout.Bytes()) return std::nullopt;
+    return HeaderOf(ByteView(entry->newBytes).last(layout.Bytes()), layout);
 }
 
 /// Kept: so a picture that itself holds such a line is cut there.

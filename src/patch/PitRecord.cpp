@@ -2,13 +2,21 @@
 
 #include <algorithm>
 
-#include "core/PictureTable.h"
+#include "core/PitRecordLayout.h"
 
 namespace pictavo {
 
 namespace {
 
 constexpr int kLargestShortSize = 255;
+
+/// A width or height, low byte first.
+void PutSize(MutableByteView into, const PitRecordLayout& layout, std::uint16_t size) {
+    if (layout.sizeBytes == 1)
+        into[0] = static_cast<std::uint8_t>(size);
+    else
+        PutLittleEndian16(into, size);
+}
 
 }  // namespace
 
@@ -28,18 +36,13 @@ Status CheckFitsRecord(const FullflashImage& flash, const GpfHeader& header) {
 }
 
 Bytes ComposePitRecord(const FullflashImage& flash, const GpfHeader& header, const StoredAddress& address) {
-    Bytes record(RecordSize(flash));
+    const PitRecordLayout& layout = RecordLayoutOf(flash);
+    Bytes record(layout.Bytes());
     const MutableByteView view(record);
-    if (flash.HasLongRecords()) {
-        PutLittleEndian16(view, header.width);
-        PutLittleEndian16(view.subspan(2), header.height);
-        record[4] = static_cast<std::uint8_t>(header.type);
-    } else {
-        record[0] = static_cast<std::uint8_t>(header.width);
-        record[1] = static_cast<std::uint8_t>(header.height);
-        record[2] = static_cast<std::uint8_t>(header.type);
-    }
-    std::copy(address.begin(), address.end(), record.end() - static_cast<std::ptrdiff_t>(address.size()));
+    PutSize(view, layout, header.width);
+    PutSize(view.subspan(layout.HeightAt()), layout, header.height);
+    record[layout.TypeAt()] = static_cast<std::uint8_t>(header.type);
+    std::copy(address.begin(), address.end(), view.subspan(layout.AddressAt()).begin());
     return record;
 }
 

@@ -6,13 +6,13 @@
 #include "cli/Run.h"
 #include "codec/PictureType.h"
 #include "core/BasicCalculations_Tarsk.h"
-#include "core/OutputFile.h"
 #include "core/PathText.h"
 #include "core/SystemNames.h"
 #include "session/ChangePng.h"
 #include "session/ReplacePictures.h"
 #include "session/Report.h"
 #include "session/SavePatch.h"
+#include "session/Targets.h"
 
 namespace pictavo::cli {
 
@@ -90,7 +90,8 @@ class PatchCommand final : public Command {
     int Run(Front& front) override {
         cli::Run run(front, options_);
         if (const Status opened = run.OpenFlashWithTable(flash_); !opened) return front.Fail(opened.error());
-        if (const Status target = CheckTarget(); !target) return front.Fail(target.error());
+        if (const Status target = CheckIsNoInput(run.session, patch_, SourceFiles()); !target)
+            return front.Fail(target.error());
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
         Outcome replaced = ReplaceAll(run);
         if (replaced.end != Outcome::End::Done || WasStopped(replaced)) return front.Report(replaced);
@@ -103,18 +104,9 @@ class PatchCommand final : public Command {
     }
 
   private:
-    /// The patch must not take the place of a picture that it is made from.
-    Status CheckTarget() const {
-        for (const std::filesystem::path& input : Inputs())
-            if (IsSameFile(patch_, input))
-                return Fail(ErrorKind::OutputIsInput, patch_,
-                            "is the very file that is read; it is never written");
-        return {};
-    }
-
     /// The pictures' and PNG files. Of the folder any that is named as a picture may be one.
-    std::vector<std::filesystem::path> Inputs() const {
-        std::vector<std::filesystem::path> inputs;
+    Inputs SourceFiles() const {
+        Inputs inputs;
         for (const std::string& png : pngs_) inputs.push_back(PathOf(png));
         for (const std::string& text : pictures_) inputs.push_back(PathOf(ParseReplacement(text)->file));
         const auto names = system_file::FileNamesIn(folder_);

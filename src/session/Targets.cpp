@@ -27,6 +27,11 @@ Status CheckReplaceable(const std::filesystem::path& path, file_type type) {
 
 }  // namespace
 
+Status CheckIsNoInput(const Session& session, const std::filesystem::path& path, const Inputs& inputs) {
+    if (!IsInput(session, path, inputs)) return {};
+    return Fail(ErrorKind::OutputIsInput, path, "is the very file that is read; it is never written");
+}
+
 Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports,
                                             const std::filesystem::path& path, const Inputs& inputs) {
     if (session.workFiles.IsOne(path))
@@ -35,8 +40,7 @@ Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports
     if (type == file_type::none || type == file_type::not_found)
         return std::optional(CommitMode::KeepExisting);
     PICTAVO_TRY(CheckReplaceable(path, type));
-    if (IsInput(session, path, inputs))
-        return Fail(ErrorKind::OutputIsInput, path, "is the very file that is read; it is never written");
+    PICTAVO_TRY(CheckIsNoInput(session, path, inputs));
     if (ports.prompts.Confirm(OverwriteQuestion(session.texts, path)))
         return std::optional(CommitMode::Replace);
     return std::optional<CommitMode>();

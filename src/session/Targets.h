@@ -14,10 +14,14 @@ namespace pictavo {
 /// Files that a command reads beside the open flash.
 using Inputs = std::vector<std::filesystem::path>;
 
+/// Fails with OutputIsInput when `path` is the open flash or one of `inputs`, also through a link. For what
+/// is written at the end of long work, so that it can be told before.
+Status CheckIsNoInput(const Session& session, const std::filesystem::path& path, const Inputs& inputs);
+
 /// How `path` may be written: a new file, a replaced one, or nothing when the user declined to replace what
-/// is there. Fails without asking: with OutputIsInput when `path` is the open flash or one of `inputs`, also
-/// through a link, or has the name of a work file, which is not the user's; and with WriteFailed when it is
-/// neither a regular file nor a link.
+/// is there. Fails without asking: as CheckIsNoInput does; with OutputIsInput also when `path` has the name
+/// of a work file, which is not the user's; and with WriteFailed when it is neither a regular file nor a
+/// link.
 Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports,
                                             const std::filesystem::path& path, const Inputs& inputs = {});
 

@@ -90,6 +90,20 @@ TEST_F(TargetsTest, AnInputIsRefusedThroughASymbolicLinkToo) {
     EXPECT_EQ(mode.error().path, temp / "soft");
 }
 
+TEST_F(TargetsTest, OnlyAnInputOrTheFlashIsNoTarget) {
+    const auto input = WriteFile(temp / "input", std::string("1"));
+    const auto other = WriteFile(temp / "other", std::string("2"));
+    EXPECT_TRUE(CheckIsNoInput(session, temp / "new", Inputs{input}));
+    EXPECT_TRUE(CheckIsNoInput(session, other, Inputs{input}));
+    Open(FourIcons());
+    for (const std::filesystem::path& target : {input, flashPath}) {
+        const Status status = CheckIsNoInput(session, target, Inputs{input});
+        ASSERT_FALSE(status) << target;
+        EXPECT_EQ(status.error().kind, ErrorKind::OutputIsInput);
+        EXPECT_EQ(status.error().path, target);
+    }
+}
+
 TEST_F(TargetsTest, AFolderThatIsMissingIsMade) {
     ASSERT_TRUE(TargetFolder::Open(temp / "a" / "b"));
     EXPECT_TRUE(std::filesystem::is_directory(temp / "a" / "b"));

@@ -139,14 +139,13 @@ class PatchCommand final : public Command {
     }
 
     Outcome ReplaceOneByOne(cli::Run& run) const {
-        double percent = 0;
-        for (const std::string& text : pictures_) {
-            Outcome outcome = ReplaceOne(run, *ParseReplacement(text));
+        Outcome whole;
+        for (std::size_t i = 0; i < pictures_.size(); ++i) {
+            Outcome outcome = ReplaceOne(run, *ParseReplacement(pictures_[i]));
             if (outcome.end != Outcome::End::Done) return outcome;
-            percent += 100.0 / static_cast<double>(pictures_.size());
-            if (!run.ports.progress.At(percent)) return Outcome::Refused(StoppedError());
+            if (!GoOn(run.ports, i + 1, pictures_.size(), whole)) break;
         }
-        return {};
+        return whole;
     }
 
     Outcome ReplaceOne(cli::Run& run, const Replacement& replacement) const {

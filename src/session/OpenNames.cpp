@@ -124,10 +124,7 @@ Outcome OpenSeveral(Session& session, Ports& ports, const std::vector<std::strin
     Outcome outcome;
     for (std::size_t i = 0; i < names.size(); ++i) {
         OpenInBatch(batch, PathOf(names[i]), shown, outcome);
-        if (ports.progress.At(100.0 * static_cast<double>(i + 1) / static_cast<double>(names.size())))
-            continue;
-        outcome.problems.push_back({StoppedError(), std::nullopt});
-        break;
+        if (!GoOn(ports, i + 1, names.size(), outcome)) break;
     }
     if (outcome.written > 0 && !WasStopped(outcome)) ports.prompts.Tell(Completion(session.texts));
     return outcome;

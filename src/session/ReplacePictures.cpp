@@ -142,11 +142,7 @@ Outcome ReplaceFromFolder(Session& session, Ports& ports, const std::filesystem:
             const Status status = Replace(session, ports, row, *path, typeCode);
             if (!status) NoteProblem(session, ports, status.error(), number, outcome);
         }
-        if (ports.progress.At(100.0 * static_cast<double>(row + 1) /
-                              static_cast<double>(session.rows.size())))
-            continue;
-        outcome.problems.push_back({StoppedError(), std::nullopt});
-        break;
+        if (!GoOn(ports, row + 1, session.rows.size(), outcome)) break;
     }
     session.savePatchEnabled = true;
     TellBatchEnd(session, ports, outcome);

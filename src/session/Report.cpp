@@ -51,6 +51,12 @@ Error StoppedError() {
     return {ErrorKind::Stopped, {}, std::nullopt, "stopped before the end"};
 }
 
+bool GoOn(Ports& ports, std::size_t done, std::size_t count, Outcome& outcome) {
+    if (ports.progress.At(100.0 * static_cast<double>(done) / static_cast<double>(count))) return true;
+    outcome.problems.push_back({StoppedError(), std::nullopt});
+    return false;
+}
+
 bool WasStopped(const Outcome& outcome) {
     return !outcome.problems.empty() && outcome.problems.back().error.kind == ErrorKind::Stopped;
 }

@@ -25,6 +25,10 @@ void TellProblems(Ports& ports, const Outcome& outcome);
 /// The error of a batch that the user stopped.
 Error StoppedError();
 
+/// Tells that `done` of a batch's `count` parts are done, and yields. False when the user stops the batch
+/// there, which the outcome then notes as its last problem. `count` is at least 1.
+bool GoOn(Ports& ports, std::size_t done, std::size_t count, Outcome& outcome);
+
 /// True when the user stopped the batch: it ends with that problem.
 bool WasStopped(const Outcome& outcome);
 

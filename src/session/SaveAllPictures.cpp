@@ -108,11 +108,7 @@ Outcome SaveRows(Session& session, Ports& ports, const Batch& batch, TargetFolde
     for (std::size_t index = 0; index < session.rows.size(); ++index) {
         if (IsMeant(batch, session.rows[index].number))
             SaveRowInto(session, ports, index, batch.format, folder, outcome);
-        const double percent =
-            100.0 * static_cast<double>(index + 1) / static_cast<double>(session.rows.size());
-        if (ports.progress.At(percent)) continue;
-        outcome.problems.push_back({StoppedError(), std::nullopt});
-        break;
+        if (!GoOn(ports, index + 1, session.rows.size(), outcome)) break;
     }
     return outcome;
 }

@@ -37,6 +37,16 @@ std::optional<std::uint8_t> ParseType(const std::string& text) {
     return code[0];
 }
 
+/// The type codes, uncompressed or compressed, that the encoder writes: "01, 05".
+std::string WrittenTypes(std::uint8_t compressedBit) {
+    std::string codes;
+    for (const PictureType& type : kPictureTypes) {
+        const std::uint8_t code = type.digit | compressedBit;
+        if (CanEncode(code)) codes += (codes.empty() ? "" : ", ") + PadZeros(UpperHex(code), 2, true);
+    }
+    return codes;
+}
+
 class ConvertCommand final : public Command {
   public:
     ConvertCommand()
@@ -46,7 +56,8 @@ class ConvertCommand final : public Command {
         AddPath(app, "IN", in_, "A .gpf, .gpf2, .bmp, .gif, .jpg or .png file")->required();
         AddPath(app, "OUT", out_, "A .bmp, .png, .gpf or .gpf2 file")->required();
         app.add_option("--type", type_,
-                       "Type code of a GPF: 01, 05, 08, 0A, or compressed 85, 88, 8A (default 8A)")
+                       "Type code of a GPF: " + WrittenTypes(0) + ", or compressed " +
+                           WrittenTypes(kCompressedBit) + " (default " + type_ + ")")
             ->option_text("HH");
         app.add_option("--number", number_, "Picture number in the header of a GPF (default 0)")
             ->option_text("N");

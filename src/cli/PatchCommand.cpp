@@ -22,12 +22,15 @@ namespace {
 struct Replacement {
     int number = 0;
     std::string file;
-    std::optional<int> bits;
+    std::optional<std::uint8_t> type;  ///< as BITS names it
 };
 
-std::optional<int> ParseBits(const std::string& text) {
-    if (text == "1" || text == "8" || text == "16" || text == "24") return std::stoi(text);
-    return std::nullopt;
+/// The compressed type of the bit depth that the text names; nothing when it names none that can be picked,
+/// and when it is more than the number: "08".
+std::optional<std::uint8_t> ParseBits(const std::string& text) {
+    const auto bits = ParsePictureNumber(text);
+    if (!bits || text != std::to_string(*bits)) return std::nullopt;
+    return CompressedTypeOf(*bits);
 }
 
 /// N ends at the first "="; what follows the last "@" is a bit depth only if it reads as one, else it belongs
@@ -38,8 +41,8 @@ std::optional<Replacement> ParseReplacement(const std::string& text) {
     if (equals == std::string::npos || !number) return std::nullopt;
     Replacement replacement{*number, text.substr(equals + 1), std::nullopt};
     const std::size_t at = replacement.file.rfind('@');
-    if (at != std::string::npos) replacement.bits = ParseBits(replacement.file.substr(at + 1));
-    if (replacement.bits) replacement.file.resize(at);
+    if (at != std::string::npos) replacement.type = ParseBits(replacement.file.substr(at + 1));
+    if (replacement.type) replacement.file.resize(at);
     return replacement.file.empty() ? std::nullopt : std::optional(replacement);
 }
 
@@ -123,8 +126,7 @@ class PatchCommand final : public Command {
     }
 
     Outcome ReplaceAll(cli::Run& run) const {
-        if (!folder_.empty())
-            return ReplaceFromFolder(run.session, run.ports, folder_, TypeFor(std::nullopt));
+        if (!folder_.empty()) return ReplaceFromFolder(run.session, run.ports, folder_, *ParseBits(bits_));
         return ReplaceOneByOne(run);
     }
 
@@ -151,18 +153,14 @@ class PatchCommand final : public Command {
     Outcome ReplaceOne(cli::Run& run, const Replacement& replacement) const {
         const auto index = static_cast<std::size_t>(replacement.number);
         if (index >= run.session.rows.size()) return Outcome::Refused(NoSuchPicture(), replacement.number);
-        Outcome outcome =
-            ReplaceFrom(run.session, run.ports, index, PathOf(replacement.file), TypeFor(replacement.bits));
+        Outcome outcome = ReplaceFrom(run.session, run.ports, index, PathOf(replacement.file),
+                                      replacement.type.value_or(*ParseBits(bits_)));
         for (Problem& problem : outcome.problems) problem.number = replacement.number;
         return outcome;
     }
 
     Error NoSuchPicture() const {
         return {ErrorKind::NoSuchPicture, flash_, std::nullopt, "the flash has no picture of this number"};
-    }
-
-    std::uint8_t TypeFor(std::optional<int> bits) const {
-        return *CompressedTypeOf(bits ? *bits : *ParseBits(bits_));
     }
 
     static std::string Lines(const std::vector<PatchSection>& sections) {

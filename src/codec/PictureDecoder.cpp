@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "codec/CellNumber.h"
+#include "codec/PictureType.h"
 #include "codec/PixelFormats.h"
 #include "core/Cursor.h"
 
@@ -262,10 +263,6 @@ void DecodeUncompressed(Decode& decode, int bitDepth) {
         default:
             return DecodeUnits<Pixels24>(decode);
     }
-}
-
-bool IsBitDepth(int bitDepth) {
-    return bitDepth == 1 || bitDepth == 8 || bitDepth == 12 || bitDepth == 16 || bitDepth == 24;
 }
 
 /// A compressed picture may end, with its file, before it meets the end of the Raster.

@@ -255,18 +255,10 @@ Bytes EncodeGroups(const Cells& cells) {
 }  // namespace
 
 bool CanEncode(std::uint8_t typeCode) {
-    switch (typeCode) {
-        case kType1Bit:
-        case kType8Bit:
-        case kType16Bit:
-        case kType24Bit:
-        case kType8BitCompressed:
-        case kType16BitCompressed:
-        case kType24BitCompressed:
-            return true;
-        default:
-            return false;
-    }
+    const PictureType* type = FindPictureType(typeCode);
+    if (type == nullptr) return false;
+    if (typeCode == type->digit) return type->isWritten;
+    return typeCode == (type->digit | kCompressedBit) && type->isWrittenCompressed;
 }
 
 Bytes EncodePicture(const Picture& picture, std::uint8_t typeCode) {

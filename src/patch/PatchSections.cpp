@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "codec/PictureType.h"
 #include "core/PitRecordLayout.h"
 #include "patch/PatchLine.h"
 
@@ -17,7 +18,7 @@ constexpr std::string_view kTitleEnd = " #####";
 constexpr std::size_t kShortestDataLine = 14;
 
 /// Type codes below this are uncompressed and make a GPF; the others a GPF2.
-constexpr std::uint16_t kFirstGpf2Type = 11;
+constexpr std::uint16_t kFirstGpf2Type = kType24Bit + 1;
 
 /// The name that a section line has between `title` and its end; nothing when it is no such line.
 std::optional<std::string> NameIn(std::string_view line, std::string_view title) {

@@ -1,7 +1,7 @@
 #include "session/OpenNames.h"
 
-#include "codec/PictureType.h"
 #include "core/PathText.h"
+#include "session/Compression.h"
 #include "session/Messages.h"
 #include "session/Names.h"
 #include "session/OpenFiles.h"
@@ -42,21 +42,8 @@ std::filesystem::path BaseName(const std::filesystem::path& path) {
 }
 
 Outcome SaveBy(SaveCommand command, Session& session, Ports& ports) {
-    switch (command) {
-        case SaveCommand::Bmp:
-            return SaveAsBmp(session, ports);
-        case SaveCommand::Png:
-            return SaveAsPng(session, ports);
-        case SaveCommand::Gpf1Bit:
-            return SaveAsGpf(session, ports, kType1BitCompressed);
-        case SaveCommand::Gpf8Bit:
-            return SaveAsGpf(session, ports, kType8BitCompressed);
-        case SaveCommand::Gpf16Bit:
-            return SaveAsGpf(session, ports, kType16BitCompressed);
-        case SaveCommand::Gpf24Bit:
-            return SaveAsGpf(session, ports, kType24BitCompressed);
-    }
-    return {};
+    if (const auto type = TypeOf(command)) return SaveAsGpf(session, ports, *type);
+    return command == SaveCommand::Png ? SaveAsPng(session, ports) : SaveAsBmp(session, ports);
 }
 
 /// Several names at work.

@@ -4,8 +4,8 @@
 #include <QMessageBox>
 #include <array>
 
-#include "codec/PictureType.h"
 #include "session/ChangePng.h"
+#include "session/Compression.h"
 #include "session/ExtractEmbedded.h"
 #include "session/ExtractFromGpn.h"
 #include "session/ExtractFromPatch.h"
@@ -30,16 +30,15 @@ namespace {
 struct Depth {
     const char* suffix;
     const char* caption;
-    std::uint8_t typeCode;
     SaveCommand saveCommand;
 };
 
 /// The four depths under each Load, Loads and Save as GPF. Their captions stay in every language.
 constexpr std::array kDepths = {
-    Depth{"_1bit", "1 bit", kType1BitCompressed, SaveCommand::Gpf1Bit},
-    Depth{"_8bit", "8 bit", kType8BitCompressed, SaveCommand::Gpf8Bit},
-    Depth{"_16bit", "16 bit", kType16BitCompressed, SaveCommand::Gpf16Bit},
-    Depth{"_24bit", "24 bit", kType24BitCompressed, SaveCommand::Gpf24Bit},
+    Depth{"_1bit", "1 bit", SaveCommand::Gpf1Bit},
+    Depth{"_8bit", "8 bit", SaveCommand::Gpf8Bit},
+    Depth{"_16bit", "16 bit", SaveCommand::Gpf16Bit},
+    Depth{"_24bit", "24 bit", SaveCommand::Gpf24Bit},
 };
 
 constexpr std::array kRecentFiles = {"mnu_File_MRU1", "mnu_File_MRU2", "mnu_File_MRU3"};
@@ -176,10 +175,11 @@ void Form1::MakeOtherMenus() {
 void Form1::AddDepthMenu(QMenu& menu, const QString& name, const QString& caption, DepthCommand command) {
     QMenu& depths = AddMenu(menu, name, caption);
     for (const Depth& depth : kDepths) {
-        QAction& entry = AddCommand(depths, name + depth.suffix, depth.caption,
-                                    [this, command, type = depth.typeCode](Session& session, Ports& ports) {
-                                        return command(session, ports, SelectedRow(), type);
-                                    });
+        QAction& entry = AddCommand(
+            depths, name + depth.suffix, depth.caption,
+            [this, command, type = TypeOf(depth.saveCommand).value()](Session& session, Ports& ports) {
+                return command(session, ports, SelectedRow(), type);
+            });
         entry.setData(static_cast<int>(depth.saveCommand));
     }
 }

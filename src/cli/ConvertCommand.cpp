@@ -86,10 +86,8 @@ class ConvertCommand final : public Command {
 
   private:
     Status Load(cli::Run& run) const {
-        if (!IsGpf(LoweredExtension(in_))) return PicturesLoader(run.session, run.ports, in_);
-        PICTAVO_TRY([[maybe_unused]] const LoadedGpf loaded, LoadGPFfile(run.session, in_));
-        if (const auto incomplete = IncompleteError(run.session.shown, in_)) return Failure(*incomplete);
-        return {};
+        if (IsGpf(LoweredExtension(in_))) return LoadGpfWhole(run.session, in_);
+        return PicturesLoader(run.session, run.ports, in_);
     }
 
     Outcome Save(cli::Run& run) const {

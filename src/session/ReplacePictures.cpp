@@ -33,13 +33,6 @@ std::string LoweredEnd(const std::filesystem::path& path) {
     return Lowered(std::move(end));
 }
 
-/// A replacement must be whole: what the file does not hold would go to the phone as black.
-Status LoadGpfWhole(Session& session, const std::filesystem::path& path) {
-    PICTAVO_TRY([[maybe_unused]] const LoadedGpf loaded, LoadGPFfile(session, path));
-    if (const auto incomplete = IncompleteError(session.shown, path)) return Failure(*incomplete);
-    return {};
-}
-
 Status LoadSource(Session& session, Ports& ports, const std::filesystem::path& path) {
     if (FileMissing(path)) return Fail(ErrorKind::FileMissing, path, "can not be opened");
     const std::string end = LoweredEnd(path);

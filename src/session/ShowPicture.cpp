@@ -91,6 +91,12 @@ Result<LoadedGpf> LoadGPFfile(Session& session, const std::filesystem::path& pat
     return Failure(WithPath(loaded.error(), path));
 }
 
+Status LoadGpfWhole(Session& session, const std::filesystem::path& path) {
+    PICTAVO_TRY([[maybe_unused]] const LoadedGpf loaded, LoadGPFfile(session, path));
+    if (const auto incomplete = IncompleteError(session.shown, path)) return Failure(*incomplete);
+    return {};
+}
+
 std::optional<Error> IncompleteError(const ShownPicture& shown, const std::filesystem::path& path) {
     if (shown.isComplete) return std::nullopt;
     return Error{ErrorKind::Truncated, path, std::nullopt, "the file ends inside the picture's data"};

@@ -15,6 +15,10 @@ Status ShowRow(Session& session, std::size_t index);
 /// Shows the picture of a GPF or GPF2 file. Fails as LoadGpf does.
 Result<LoadedGpf> LoadGPFfile(Session& session, const std::filesystem::path& path);
 
+/// The same for a picture that is taken into another file: a GPF that ends inside the picture's data fails
+/// with Truncated, since what it does not hold would be taken as black. The picture is shown all the same.
+Status LoadGpfWhole(Session& session, const std::filesystem::path& path);
+
 /// True when row `index` is bold and its work file is there, be it that it cannot be read: then showing or
 /// saving the row fails, and the flash's picture never takes the place of the replacement.
 bool HasReplacement(const Session& session, std::size_t index);

@@ -100,7 +100,7 @@ Result<LoadedGpf> LoadGpf(const ByteSource& source, Picture& picture) {
 }
 
 std::string InformationLine(const std::string& number, const PictureFormat& format, std::uint64_t consumed) {
-    return number + " :: " + std::to_string(format.width) + " x " + std::to_string(format.height) +
+    return number + " :: " + SizeText(format.width, format.height) +
            " :: " + std::to_string(format.bitDepth) +
            "bit :: " + (format.compressed ? "compressed" : "uncompressed") +
            " :: " + std::to_string(consumed) + " bytes";

@@ -21,9 +21,8 @@ std::uint8_t OverWhite(int colour, int alpha) {
 Status CheckPictureSize(const std::filesystem::path& path, std::int64_t width, std::int64_t height) {
     if (!IsTooLarge(width, height)) return {};
     return Fail(ErrorKind::TooLarge, path,
-                "a picture of " + std::to_string(width) + " x " + std::to_string(height) +
-                    " is too large (at most " + std::to_string(kMostWidth) + " x " +
-                    std::to_string(kMostHeight) + ")");
+                "a picture of " + SizeText(width, height) + " is too large (at most " +
+                    SizeText(kMostWidth, kMostHeight) + ")");
 }
 
 void LayOverWhite(ImportedPixels& pixels) {

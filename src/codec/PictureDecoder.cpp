@@ -275,11 +275,12 @@ Failure RefuseBitDepth(int bitDepth) {
     return Fail(ErrorKind::BadBitDepth, (bitDepth < 0 ? "" : " ") + std::to_string(bitDepth) + "bit");
 }
 
-std::string SizeText(const PictureFormat& format) {
-    return std::to_string(format.width) + " x " + std::to_string(format.height);
-}
-
 }  // namespace
+
+PictureFormat FormatOf(const PictureRecord& record, int depthOfUnknown) {
+    return {record.width, record.height, BitDepthOf(record.typeCode).value_or(depthOfUnknown),
+            IsCompressed(record.typeCode)};
+}
 
 Result<DecodedPicture> DecodePicture(const ByteSource& source, std::uint64_t offset,
                                      const PictureFormat& format, Picture& picture) {
@@ -295,7 +296,7 @@ Result<DecodedPicture> DecodePicture(const ByteSource& source, std::uint64_t off
         if (!decode.cursor.Health()) return Failure(WithPath(decode.cursor.Health().error(), source.Path()));
         if (!decode.writer.InRange() || !FitsRaster(format))
             return Fail(ErrorKind::TooLarge, source.Path(), offset,
-                        "the picture (" + SizeText(format) + ") is too large to show");
+                        "the picture (" + SizeText(format.width, format.height) + ") is too large to show");
         decoded.consumed = decode.cursor.Consumed();
         if (decode.cursor.Position() > source.Size()) decoded.complete = false;
     }

@@ -4,6 +4,7 @@
 
 #include "codec/Raster.h"
 #include "core/ByteSource.h"
+#include "core/PictureTable.h"
 
 namespace pictavo {
 
@@ -14,6 +15,9 @@ struct PictureFormat {
     int bitDepth = 0;
     bool compressed = false;
 };
+
+/// The format of a picture of the table. `depthOfUnknown` is taken where the type code names no bit depth.
+PictureFormat FormatOf(const PictureRecord& record, int depthOfUnknown);
 
 struct DecodedPicture {
     std::uint64_t consumed = 0;  ///< stored bytes; of an uncompressed picture always its full size

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace pictavo {
@@ -37,6 +38,11 @@ inline constexpr int kMostHeight = 320;
 
 constexpr bool IsTooLarge(std::int64_t width, std::int64_t height) {
     return width > kMostWidth || height > kMostHeight;
+}
+
+/// A size as messages and captions give it: "132 x 176".
+inline std::string SizeText(std::int64_t width, std::int64_t height) {
+    return std::to_string(width) + " x " + std::to_string(height);
 }
 
 /// 241 columns x 321 rows: pictures of up to 240 x 320, and a spare column and row. Never cleared by a

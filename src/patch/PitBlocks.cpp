@@ -1,6 +1,5 @@
 #include "patch/PitBlocks.h"
 
-#include "codec/PictureType.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "patch/PitRecord.h"
 
@@ -9,11 +8,8 @@ namespace pictavo {
 namespace {
 
 constexpr std::size_t kOffsetDigits = 7;
+constexpr int kNoBitDepth = 0;
 constexpr std::uint64_t kLongestSource = std::uint64_t{16} << 20;
-
-PictureFormat FormatOf(const PictureRecord& row) {
-    return {row.width, row.height, BitDepthOf(row.typeCode).value_or(0), IsCompressed(row.typeCode)};
-}
 
 Failure EmptyBlock(const FullflashImage& flash, const char* what) {
     return Fail(ErrorKind::EmptyBlock, flash.source->Path(), std::string("the ") + what + " would be empty");
@@ -71,7 +67,7 @@ Result<FileRange> PitRange(const FullflashImage& flash) {
 Result<std::uint64_t> StoredLength(const FullflashImage& flash, const PictureRecord& row) {
     Picture scratch;
     PICTAVO_TRY(const DecodedPicture decoded,
-                DecodePicture(*flash.source, row.picOffset, FormatOf(row), scratch));
+                DecodePicture(*flash.source, row.picOffset, FormatOf(row, kNoBitDepth), scratch));
     return decoded.consumed;
 }
 

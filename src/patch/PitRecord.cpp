@@ -28,8 +28,7 @@ StoredAddress StoredAddressOf(std::uint64_t fileOffset) {
 
 Status CheckFitsRecord(const FullflashImage& flash, const GpfHeader& header) {
     if (!flash.HasLongRecords() && std::max(header.width, header.height) > kLargestShortSize)
-        return Fail(ErrorKind::NotSupported, "a picture of " + std::to_string(header.width) + " x " +
-                                                 std::to_string(header.height) +
+        return Fail(ErrorKind::NotSupported, "a picture of " + SizeText(header.width, header.height) +
                                                  " does not fit this phone's table (at most 255 x 255)");
     if (header.type > 0xFF) return Fail(ErrorKind::NotSupported, "a type code of more than one byte");
     return {};

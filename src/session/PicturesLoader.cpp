@@ -73,8 +73,7 @@ Result<Import> ImportFile(const Session& session, Ports& ports, const std::files
 }
 
 std::string Caption(const Picture& picture) {
-    return std::to_string(picture.width) + " x " + std::to_string(picture.height) +
-           " :: " + std::to_string(picture.bitDepth) + "bit";
+    return SizeText(picture.width, picture.height) + " :: " + std::to_string(picture.bitDepth) + "bit";
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "session/ShowPicture.h"
 
-#include "codec/PictureType.h"
 #include "core/OutputFile.h"
 #include "core/PathText.h"
 #include "session/Messages.h"
@@ -8,15 +7,6 @@
 namespace pictavo {
 
 namespace {
-
-PictureFormat FormatOf(const Session& session, const PictureRecord& row) {
-    return {row.width, row.height, BitDepthOf(row.typeCode).value_or(session.picture.bitDepth),
-            IsCompressed(row.typeCode)};
-}
-
-std::string SizeText(const PictureFormat& format) {
-    return std::to_string(format.width) + " x " + std::to_string(format.height);
-}
 
 /// The reason as the frame's line gives it.
 std::string ReasonText(const LanguageTable& texts, const Error& error) {
@@ -29,7 +19,7 @@ void ShowDecoded(ShownPicture& shown, const std::string& number, const PictureFo
 }
 
 Status ShowFlashPicture(Session& session, const PictureRecord& row) {
-    const PictureFormat format = FormatOf(session, row);
+    const PictureFormat format = FormatOf(row, session.picture.bitDepth);
     const std::string number = ColumnText(row, Column::Number);
     const auto decoded = DecodePicture(*session.flash.source, row.picOffset, format, session.picture);
     if (decoded) {
@@ -37,7 +27,7 @@ Status ShowFlashPicture(Session& session, const PictureRecord& row) {
         return {};
     }
     session.picture.bitDepth = format.bitDepth;
-    NothingShown(session.shown, number + " :: " + SizeText(format),
+    NothingShown(session.shown, number + " :: " + SizeText(format.width, format.height),
                  ReasonText(session.texts, decoded.error()));
     return Failure(WithPath(decoded.error(), session.flash.source->Path()));
 }
@@ -47,7 +37,8 @@ void ShowFailedGpf(Session& session, const ByteSource& source, const Error& erro
     if (error.kind != ErrorKind::TooLarge && error.kind != ErrorKind::ReadFailed) return;
     const auto header = ReadGpfHeader(source);
     if (!header) return NothingShown(session.shown, PathText(source.Path().filename()), error.detail);
-    NothingShown(session.shown, std::to_string(header->number) + " :: " + SizeText(GpfPictureFormat(*header)),
+    NothingShown(session.shown,
+                 std::to_string(header->number) + " :: " + SizeText(header->width, header->height),
                  ReasonText(session.texts, error));
 }
 

@@ -248,6 +248,19 @@ void ExpectDecodesAsPlain(const Bytes& data, std::size_t start, const PictureFor
     ASSERT_TRUE(std::equal(fast.raster.From(0, 0), fast.raster.From(0, 0) + cells, slow.raster.From(0, 0)));
 }
 
+TEST(PictureFormat, OfARecordSaysWhatItsTypeSays) {
+    const PictureFormat format = FormatOf({.width = 132, .height = 176, .typeCode = 0x88}, 24);
+    EXPECT_EQ(SizeText(format.width, format.height), "132 x 176");
+    EXPECT_EQ(format.bitDepth, 16);
+    EXPECT_TRUE(format.compressed);
+    EXPECT_FALSE(FormatOf({.typeCode = 0x05}, 24).compressed);
+}
+
+TEST(PictureFormat, OfATypeThatNamesNoDepthIsTheGivenOne) {
+    EXPECT_EQ(FormatOf({.typeCode = 0x86}, 24).bitDepth, 24);
+    EXPECT_EQ(FormatOf({.typeCode = 0x86}, 0).bitDepth, 0);
+}
+
 TEST(PictureDecoder, DecodesRandomBytesAsThePlainDecoder) {
     std::mt19937 random(11);
     const std::array<int, 5> depths{1, 8, 12, 16, 24};

@@ -44,6 +44,11 @@ std::uint8_t Clamped(std::uint16_t size) {
 
 }  // namespace
 
+GpfHeader HeaderFor(const Picture& picture, std::uint16_t type, int number, bool isGPF2) {
+    return {static_cast<std::uint16_t>(picture.width), static_cast<std::uint16_t>(picture.height), type,
+            static_cast<std::uint16_t>(number), isGPF2};
+}
+
 Result<GpfHeader> ReadGpfHeader(const ByteSource& source) {
     std::array<std::uint8_t, kGpfHeaderSize> bytes{};
     PICTAVO_TRY(const std::size_t count, source.ReadAt(0, bytes));

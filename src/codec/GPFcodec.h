@@ -26,6 +26,10 @@ struct GpfHeader {
     bool isGPF2 = false;       ///< two-byte width and height
 };
 
+/// The header of a file that the picture goes into, under this type code and picture number. A negative size,
+/// which only a long record of the table gives, comes out as that has it.
+GpfHeader HeaderFor(const Picture& picture, std::uint16_t type, int number, bool isGPF2);
+
 /// Reads the header at the start of `source`. Fails with NoGpf when the magic is neither of the two, with
 /// Truncated when the file ends inside the header, and with ReadFailed.
 Result<GpfHeader> ReadGpfHeader(const ByteSource& source);

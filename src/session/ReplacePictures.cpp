@@ -41,21 +41,15 @@ Status LoadSource(Session& session, Ports& ports, const std::filesystem::path& p
     return PicturesLoader(session, ports, path);
 }
 
-GpfHeader HeaderFor(const Session& session, int number, std::uint8_t typeCode) {
-    return {static_cast<std::uint16_t>(session.picture.width),
-            static_cast<std::uint16_t>(session.picture.height), typeCode, static_cast<std::uint16_t>(number),
-            true};
-}
-
 Status WriteWorkFile(const Session& session, int number, std::uint8_t typeCode) {
     PICTAVO_TRY(CheckWritable(typeCode));
-    const Bytes file =
-        ComposeGpf(HeaderFor(session, number, typeCode), EncodePicture(session.picture, typeCode));
+    const GpfHeader header = HeaderFor(session.picture, typeCode, number, true);
+    const Bytes file = ComposeGpf(header, EncodePicture(session.picture, typeCode));
     return WriteWholeFile(session.workFiles.Replacement(number), file, CommitMode::Replace);
 }
 
 Status CheckFits(const Session& session, const std::filesystem::path& path, std::uint8_t typeCode) {
-    const Status fits = CheckFitsRecord(session.flash, HeaderFor(session, 0, typeCode));
+    const Status fits = CheckFitsRecord(session.flash, HeaderFor(session.picture, typeCode, 0, true));
     if (fits) return {};
     return Failure(WithPath(fits.error(), path));
 }

@@ -40,10 +40,7 @@ struct StoredPicture {
 Result<Bytes> ComposeStored(const Session& session, const StoredPicture& stored, bool isGPF2) {
     Bytes bytes(static_cast<std::size_t>(session.shown.consumed));
     PICTAVO_TRY([[maybe_unused]] const std::size_t count, stored.source.ReadAt(stored.offset, bytes));
-    const GpfHeader header{static_cast<std::uint16_t>(session.picture.width),
-                           static_cast<std::uint16_t>(session.picture.height), stored.type,
-                           static_cast<std::uint16_t>(session.pictureNumber), isGPF2};
-    return ComposeGpf(header, bytes);
+    return ComposeGpf(HeaderFor(session.picture, stored.type, session.pictureNumber, isGPF2), bytes);
 }
 
 Result<Bytes> ComposeRowGpf(const Session& session, std::size_t index, bool isGPF2) {

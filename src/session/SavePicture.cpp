@@ -63,9 +63,7 @@ Status CheckGpfHeight(const Session& session, const std::filesystem::path& path,
 }
 
 Bytes ComposeShownGpf(const Session& session, bool isGPF2, std::uint8_t typeCode) {
-    const GpfHeader header{static_cast<std::uint16_t>(session.picture.width),
-                           static_cast<std::uint16_t>(session.picture.height), typeCode,
-                           static_cast<std::uint16_t>(session.pictureNumber), isGPF2};
+    const GpfHeader header = HeaderFor(session.picture, typeCode, session.pictureNumber, isGPF2);
     return ComposeGpf(header, EncodePicture(session.picture, typeCode));
 }
 

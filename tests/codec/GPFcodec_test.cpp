@@ -71,6 +71,19 @@ TEST(GpfHeader, IsReadAsItWasWritten) {
     }
 }
 
+TEST(GpfHeader, OfAPictureHasItsSize) {
+    Picture picture;
+    picture.width = 132;
+    picture.height = 300;
+    const GpfHeader header = HeaderFor(picture, 0x8A, 12, true);
+    EXPECT_EQ(header.width, 132);
+    EXPECT_EQ(header.height, 300);
+    EXPECT_EQ(header.type, 0x8A);
+    EXPECT_EQ(header.number, 12);
+    EXPECT_TRUE(header.isGPF2);
+    EXPECT_FALSE(HeaderFor(picture, 0x8A, 12, false).isGPF2);
+}
+
 TEST(GpfHeader, ReservedBytesMeanNothing) {
     for (const GpfHeader& header : {kTypical, AsGpf2(kTypical)}) {
         Bytes bytes = HeaderBytes(header);

@@ -26,7 +26,7 @@ Result<Pair> OpenPair(const std::filesystem::path& patch, const std::filesystem:
 }
 
 std::string OffsetText(std::uint64_t offset) {
-    return PadZeros(UpperHex(offset), 8, true);
+    return HexText(offset, 8);
 }
 
 std::string AsLines(const std::vector<PatchMismatch>& mismatches) {

@@ -42,7 +42,7 @@ std::string WrittenTypes(std::uint8_t compressedBit) {
     std::string codes;
     for (const PictureType& type : kPictureTypes) {
         const std::uint8_t code = type.digit | compressedBit;
-        if (CanEncode(code)) codes += (codes.empty() ? "" : ", ") + PadZeros(UpperHex(code), 2, true);
+        if (CanEncode(code)) codes += (codes.empty() ? "" : ", ") + HexText(code, 2);
     }
     return codes;
 }

@@ -3,8 +3,8 @@
 #include <ostream>
 
 #include "cli/Terminal.h"
-#include "core/BasicCalculations_Tarsk.h"
 #include "core/ErrorText.h"
+#include "core/PictureTable.h"
 #include "core/SystemFile.h"
 #include "session/Messages.h"
 #include "shell/TemporaryFolder.h"
@@ -65,8 +65,7 @@ void Front::Complain(const Error& error) {
 
 void Front::Complain(const Problem& problem) {
     if (!problem.number) return Complain(problem.error);
-    Complain("picture " + PadZeros(std::to_string(*problem.number), 4, true) + ": " +
-             ErrorText(problem.error));
+    Complain("picture " + PictureNumberText(*problem.number) + ": " + ErrorText(problem.error));
 }
 
 int Front::Report(const Outcome& outcome) {

@@ -47,8 +47,8 @@ std::optional<Replacement> ParseReplacement(const std::string& text) {
 }
 
 std::string SectionLine(const PatchSection& section) {
-    const std::string number = PadZeros(std::to_string(section.row.record.number), 4, true);
-    const std::string place = PadZeros(UpperHex(section.offset), 7, true);
+    const std::string number = PictureNumberText(section.row.record.number);
+    const std::string place = HexText(section.offset, 7);
     const char* how = section.placement == Placement::Moved ? "moved" : "in place";
     return "picture " + number + ": " + std::to_string(section.row.picture->length) + " bytes at " + place +
            ", " + how + "\n";

@@ -93,7 +93,7 @@ Bytes ComposeGpf(const GpfHeader& header, ByteView stored) {
 }
 
 PictureFormat GpfPictureFormat(const GpfHeader& header) {
-    const std::string text = PadZeros(UpperHex(header.type), 2, true);
+    const std::string text = HexText(header.type, 2);
     return {header.width, header.height, BitDepthOf(header.type).value_or(0), text.front() == '8'};
 }
 

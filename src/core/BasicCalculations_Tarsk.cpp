@@ -143,4 +143,8 @@ std::string UpperHex(std::uint64_t number) {
     return hex;
 }
 
+std::string HexText(std::uint64_t number, std::size_t width) {
+    return PadZeros(UpperHex(number), width, true);
+}
+
 }  // namespace pictavo

@@ -56,4 +56,7 @@ bool FileMissing(const std::filesystem::path& path);
 /// `number` in upper-case hexadecimal without leading zeros.
 std::string UpperHex(std::uint64_t number);
 
+/// The same, filled up with zeros to `width` digits at least.
+std::string HexText(std::uint64_t number, std::size_t width);
+
 }  // namespace pictavo

@@ -36,6 +36,10 @@ std::string TypeText(std::uint8_t typeCode) {
 
 }  // namespace
 
+std::string PictureNumberText(int number) {
+    return PadZeros(std::to_string(number), 4, true);
+}
+
 std::string_view ColumnName(Column column) {
     switch (column) {
         case Column::Number:
@@ -59,9 +63,9 @@ std::string_view ColumnName(Column column) {
 std::string ColumnText(const PictureRecord& record, Column column) {
     switch (column) {
         case Column::Number:
-            return PadZeros(std::to_string(record.number), 4, true);
+            return PictureNumberText(record.number);
         case Column::Hex:
-            return PadZeros(UpperHex(static_cast<std::uint64_t>(record.number)), 3, true);
+            return HexText(static_cast<std::uint64_t>(record.number), 3);
         case Column::Width:
             return std::to_string(record.width);
         case Column::Height:
@@ -71,7 +75,7 @@ std::string ColumnText(const PictureRecord& record, Column column) {
         case Column::PITOffset:
             return UpperHex(record.pitOffset);
         case Column::PICOffset:
-            return PadZeros(UpperHex(record.picOffset), 7, true);
+            return HexText(record.picOffset, 7);
     }
     return {};
 }

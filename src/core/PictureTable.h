@@ -25,6 +25,9 @@ struct PictureRecord {
     bool operator==(const PictureRecord&) const = default;
 };
 
+/// A picture's number as lists and messages show it: four decimal digits at least.
+std::string PictureNumberText(int number);
+
 /// The columns of the picture list, in their order.
 enum class Column { Number, Hex, Width, Height, Type, PITOffset, PICOffset };
 

@@ -52,7 +52,7 @@ bool IsPatchLine(const Fields& fields) {
 
 std::string PatchLine(std::uint64_t offset, ByteView oldBytes, ByteView newBytes) {
     assert(oldBytes.size() == newBytes.size());
-    return PadZeros(UpperHex(offset), kAddressDigits, true) + ": " + BytesToHex(oldBytes, false) + " " +
+    return HexText(offset, kAddressDigits) + ": " + BytesToHex(oldBytes, false) + " " +
            BytesToHex(newBytes, false) + kPatchLineEnd;
 }
 

@@ -55,7 +55,7 @@ Failure BlockTooLarge(const FullflashImage& flash, std::uint64_t offset) {
 }  // namespace
 
 std::string BlockFileName(std::uint64_t offset) {
-    return "0x" + PadZeros(UpperHex(offset), kOffsetDigits, true) + ".bin";
+    return "0x" + HexText(offset, kOffsetDigits) + ".bin";
 }
 
 Result<FileRange> PitRange(const FullflashImage& flash) {

@@ -1,14 +1,14 @@
 #include "patch/WorkFiles.h"
 
 #include "core/AsciiText.h"
-#include "core/BasicCalculations_Tarsk.h"
 #include "core/PathText.h"
+#include "core/PictureTable.h"
 #include "core/SystemNames.h"
 
 namespace pictavo {
 
 std::filesystem::path WorkFiles::Replacement(int number) const {
-    return folder / (PadZeros(std::to_string(number), 4, true) + ".gpf2");
+    return folder / (PictureNumberText(number) + ".gpf2");
 }
 
 bool WorkFiles::IsOne(const std::filesystem::path& path) const {

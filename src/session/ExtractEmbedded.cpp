@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kNameDigits = 8;
 
 std::string NameOf(const FileRange& found, const EmbeddedKind& kind) {
-    return PadZeros(UpperHex(found.begin), kNameDigits, true) + std::string(kind.extension);
+    return HexText(found.begin, kNameDigits) + std::string(kind.extension);
 }
 
 /// True when the file was written, false when its overwrite was declined.

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "core/BasicCalculations_Tarsk.h"
 #include "core/ErrorText.h"
+#include "core/PictureTable.h"
 
 namespace pictavo {
 
@@ -12,8 +12,7 @@ namespace {
 constexpr std::size_t kMostLines = 12;
 
 std::string ProblemLine(const Problem& problem) {
-    const std::string number =
-        problem.number ? PadZeros(std::to_string(*problem.number), 4, true) + ": " : "";
+    const std::string number = problem.number ? PictureNumberText(*problem.number) + ": " : "";
     return number + ErrorText(problem.error);
 }
 

@@ -40,7 +40,7 @@ QString OneLine(QString text) {
 
 QString LineOf(const LanguageTable& texts, const Problem& problem) {
     QStringList parts;
-    if (problem.number) parts.append(QString("%1").arg(*problem.number, 4, 10, QChar('0')));
+    if (problem.number) parts.append(Shown(PictureNumberText(*problem.number)));
     for (const Notice& notice : NoticesOf(texts, problem.error)) parts.append(OneLine(Shown(notice.text)));
     return parts.join(": ");
 }

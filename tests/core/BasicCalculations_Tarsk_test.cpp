@@ -225,5 +225,11 @@ TEST(UpperHex, HasNoLeadingZeros) {
     EXPECT_EQ(UpperHex(0xFFFFFFFFFFFFFFFF), "FFFFFFFFFFFFFFFF");
 }
 
+TEST(HexText, IsFilledUpAndNeverCut) {
+    EXPECT_EQ(HexText(0, 3), "000");
+    EXPECT_EQ(HexText(0xA2B, 7), "0000A2B");
+    EXPECT_EQ(HexText(0x12345678, 7), "12345678");
+}
+
 }  // namespace
 }  // namespace pictavo::tests

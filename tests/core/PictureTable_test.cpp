@@ -65,6 +65,12 @@ TEST(PictureTable, TheColumnsShowARecordExactly) {
     EXPECT_EQ(Text(table, 0, Column::PICOffset), "0012345");
 }
 
+TEST(PictureTable, ANumberIsShownInFourDigitsAtLeast) {
+    EXPECT_EQ(PictureNumberText(0), "0000");
+    EXPECT_EQ(PictureNumberText(123), "0123");
+    EXPECT_EQ(PictureNumberText(65535), "65535");
+}
+
 TEST(PictureTable, TheColumnsHaveTheirNames) {
     std::string names;
     for (const Column column : kColumns) names += std::string(ColumnName(column)) + " ";

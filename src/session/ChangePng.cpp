@@ -93,10 +93,8 @@ Status AppendToPending(Session& session, const NewPng& png) {
 
 Outcome ChangePng(Session& session, Ports& ports) {
     const LanguageTable& texts = session.texts;
-    const auto answer = ports.prompts.ChooseOpen({OpenTitle(texts, texts.cap_mnFileR),
-                                                  {{"Portable Network Graphic files (*.png)", {"*.png"}}},
-                                                  "",
-                                                  ""});
+    const auto answer = ports.prompts.ChooseOpen(
+        {OpenTitle(texts, texts.cap_mnFileR), {{"Portable Network Graphic files", {"*.png"}}}, "", ""});
     if (answer.empty()) return Outcome::Cancelled();
     return ChangePngFrom(session, ports, WithoutTail(answer)).outcome;
 }

@@ -30,7 +30,7 @@ class FlagsInForce {
 
 FileChoice SourceChoice(const LanguageTable& texts) {
     return {OpenTitle(texts, texts.cap_mnFileR),
-            {{"Graphic files (*.bmp;*.gif;*.jpg;*.png)", {"*.bmp", "*.gif", "*.jpg", "*.png"}}},
+            {{"Graphic files", {"*.bmp", "*.gif", "*.jpg", "*.png"}}},
             "",
             ""};
 }

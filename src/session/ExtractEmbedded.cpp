@@ -41,8 +41,7 @@ Outcome Carve(const Session& session, Ports& ports, const EmbeddedKind& kind, co
 }  // namespace
 
 Outcome ExtractEmbedded(Session& session, Ports& ports, const EmbeddedKind& kind) {
-    return ChooseAndExtract(session, ports,
-                            {{"FullFlash files (*.bin)", {"*.bin"}}, {"All files (*.*)", {"*"}}},
+    return ChooseAndExtract(session, ports, {{"FullFlash files", {"*.bin"}}, {"All files", {"*"}}},
                             MissingForm::PathThenText, [&](const auto& source, const auto& folder) {
                                 return ExtractEmbeddedTo(session, ports, kind, source, folder);
                             });

@@ -98,8 +98,8 @@ Outcome RefuseKind(const Session& session, Ports& ports, const std::filesystem::
 }  // namespace
 
 Outcome ExtractFromGpn(Session& session, Ports& ports) {
-    return ChooseAndExtract(session, ports, {{"Graphic Patch N (*.gpn)", {"*.gpn"}}},
-                            MissingForm::PathThenText, [&](const auto& source, const auto& folder) {
+    return ChooseAndExtract(session, ports, {{"Graphic Patch N", {"*.gpn"}}}, MissingForm::PathThenText,
+                            [&](const auto& source, const auto& folder) {
                                 return ExtractFromGpnTo(session, ports, source, folder);
                             });
 }

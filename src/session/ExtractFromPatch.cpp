@@ -123,8 +123,8 @@ class PatchExtraction {
 }  // namespace
 
 Outcome ExtractFromPatch(Session& session, Ports& ports) {
-    return ChooseAndExtract(session, ports, {{"ViKlay Patch File (*.vkp)", {"*.vkp"}}},
-                            MissingForm::TextAlone, [&](const auto& source, const auto& folder) {
+    return ChooseAndExtract(session, ports, {{"ViKlay Patch File", {"*.vkp"}}}, MissingForm::TextAlone,
+                            [&](const auto& source, const auto& folder) {
                                 return ExtractFromPatchTo(session, ports, source, folder);
                             });
 }

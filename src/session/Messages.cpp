@@ -109,8 +109,7 @@ std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error) {
 }
 
 FileFilter GraphicFiles() {
-    return {"Graphic files (*.gpf;*.gpf2;*.bmp;*.gif;*.jpg;*.png)",
-            {"*.gpf", "*.gpf2", "*.bmp", "*.gif", "*.jpg", "*.png"}};
+    return {"Graphic files", {"*.gpf", "*.gpf2", "*.bmp", "*.gif", "*.jpg", "*.png"}};
 }
 
 std::string OpenTitle(const LanguageTable& texts, const std::string& subject) {

@@ -49,10 +49,7 @@ Outcome OpenPicture(Session& session, Ports& ports, const std::filesystem::path&
 }
 
 FileChoice Choice(const LanguageTable& texts) {
-    return {OpenTitle(texts, texts.cap_mnFileR),
-            {{"FullFlash files (*.bin)", {"*.bin"}}, GraphicFiles()},
-            "",
-            ""};
+    return {OpenTitle(texts, texts.cap_mnFileR), {{"FullFlash files", {"*.bin"}}, GraphicFiles()}, "", ""};
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ struct Notice {
 
 /// The files that a chooser offers.
 struct FileFilter {
-    std::string text;                   ///< such as "Bitmap File (*.bmp)"
+    std::string name;                   ///< such as "Bitmap File"; a chooser shows the patterns behind it
     std::vector<std::string> patterns;  ///< such as "*.bmp"
 
     bool operator==(const FileFilter&) const = default;

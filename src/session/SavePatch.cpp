@@ -62,7 +62,7 @@ void ConsumeWorkFiles(Session& session, const PatchPlan& plan) {
 PatchOutcome SavePatch(Session& session, Ports& ports) {
     const LanguageTable& texts = session.texts;
     const auto answer = ports.prompts.ChooseSave(
-        {SaveTitle(texts, texts.cap_mnFileR), {{"ViKlay Patch File (*.vkp)", {"*.vkp"}}}, "GP_", "vkp"});
+        {SaveTitle(texts, texts.cap_mnFileR), {{"ViKlay Patch File", {"*.vkp"}}}, "GP_", "vkp"});
     if (answer.empty()) return {Outcome::Cancelled(), {}};
     return SavePatchTo(session, ports, WithExtension(WithoutTail(answer), ".vkp"));
 }

@@ -21,20 +21,17 @@ Outcome NothingToSave() {
 }
 
 FileChoice BmpChoice(const LanguageTable& texts, const std::string& suggestedName) {
-    return {SaveTitle(texts, texts.cap_mnFileR), {{"Bitmap File (*.bmp)", {"*.bmp"}}}, suggestedName, "bmp"};
+    return {SaveTitle(texts, texts.cap_mnFileR), {{"Bitmap File", {"*.bmp"}}}, suggestedName, "bmp"};
 }
 
 FileChoice PngChoice(const LanguageTable& texts) {
-    return {SaveTitle(texts, texts.cap_mnFileR),
-            {{"Portable Network Graphic files (*.png)", {"*.png"}}},
-            "",
-            "png"};
+    return {SaveTitle(texts, texts.cap_mnFileR), {{"Portable Network Graphic files", {"*.png"}}}, "", "png"};
 }
 
 FileChoice GpfChoice(const Session& session, bool isGPF2) {
     const std::string extension = isGPF2 ? "gpf2" : "gpf";
     return {SaveTitle(session.texts, session.texts.cap_mnFileR),
-            {{"Graphic Patch Files (*.gpf;*.gpf2)", {"*.gpf", "*.gpf2"}}},
+            {{"Graphic Patch Files", {"*.gpf", "*.gpf2"}}},
             NumberName(session.settings, session.pictureNumber) + "." + extension,
             extension};
 }

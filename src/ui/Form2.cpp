@@ -173,7 +173,7 @@ std::filesystem::path Form2::Readable(const std::filesystem::path& answer) {
 void Form2::ChooseLanguage() {
     const LanguageTable& texts = session_.texts;
     const auto path = Readable(ports_.prompts.ChooseSave({OpenTitle(texts, texts.cap_mnFileR),
-                                                          {{"Pictavo Language File (*.lng)", {"*.lng"}}},
+                                                          {{"Pictavo Language File", {"*.lng"}}},
                                                           "",
                                                           "lng",
                                                           LanguageFolder(session_.places.languageFolders)}));
@@ -182,12 +182,11 @@ void Form2::ChooseLanguage() {
 
 void Form2::ChooseConverter() {
     const LanguageTable& texts = session_.texts;
-    const auto path =
-        Readable(ports_.prompts.ChooseOpen({OpenTitle(texts, texts.cap_mnFileR),
-                                            {{"nConvert File (nconvert.exe)", {kConverterPattern}}},
-                                            "",
-                                            kConverterExtension,
-                                            {}}));
+    const auto path = Readable(ports_.prompts.ChooseOpen({OpenTitle(texts, texts.cap_mnFileR),
+                                                          {{"nConvert File", {kConverterPattern}}},
+                                                          "",
+                                                          kConverterExtension,
+                                                          {}}));
     if (!path.empty()) Text("Text1").setText(QtPath(path));
 }
 

@@ -18,12 +18,11 @@ QString BoxTitle(const std::string& title) {
     return title.empty() ? QString("Pictavo") : Shown(title);
 }
 
-/// "Bitmap File (*.bmp)", with the patterns parted as Qt wants them.
+/// As Qt wants it: "Graphic Patch Files (*.gpf *.gpf2)".
 QString NameFilter(const FileFilter& filter) {
-    const std::string head = filter.text.substr(0, filter.text.rfind(" ("));
     QStringList patterns;
     for (const std::string& pattern : filter.patterns) patterns.append(QString::fromStdString(pattern));
-    return QString::fromStdString(head) + " (" + patterns.join(' ') + ")";
+    return QString::fromStdString(filter.name) + " (" + patterns.join(' ') + ")";
 }
 
 void Describe(QFileDialog& dialog, const FileChoice& choice) {

@@ -260,8 +260,7 @@ TEST_F(ChangePngTest, TheChooserOffersPngFilesAndCancelEndsSilently) {
     EXPECT_EQ(ChangePng(session, scripted.ports).end, Outcome::End::Cancelled);
     const FileChoice& choice = scripted.prompts.choices.at(0);
     EXPECT_EQ(choice.title, "PlSel Files 4open");
-    EXPECT_EQ(choice.filters,
-              (std::vector<FileFilter>{{"Portable Network Graphic files (*.png)", {"*.png"}}}));
+    EXPECT_EQ(choice.filters, (std::vector<FileFilter>{{"Portable Network Graphic files", {"*.png"}}}));
     EXPECT_TRUE(scripted.prompts.notices.empty());
     EXPECT_FALSE(session.pngPatchPending);
 }

@@ -94,8 +94,8 @@ TEST_F(ExtractEmbeddedTest, TheChoosersAskForTheSourceAndThenForTheFolder) {
     const FileChoice& choice = scripted.prompts.choices.at(0);
     EXPECT_EQ(choice.title, "PlSel Files 4open");
     ASSERT_EQ(choice.filters.size(), 2U);
-    EXPECT_EQ(choice.filters[0], (FileFilter{"FullFlash files (*.bin)", {"*.bin"}}));
-    EXPECT_EQ(choice.filters[1], (FileFilter{"All files (*.*)", {"*"}}));
+    EXPECT_EQ(choice.filters[0], (FileFilter{"FullFlash files", {"*.bin"}}));
+    EXPECT_EQ(choice.filters[1], (FileFilter{"All files", {"*"}}));
     EXPECT_EQ(scripted.prompts.folderTitles, std::vector<std::string>{"PlSel cFold 4save"});
     ExpectCount(" 1");
 }

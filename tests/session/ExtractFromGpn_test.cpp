@@ -201,7 +201,7 @@ TEST_F(ExtractFromGpnTest, TheChoosersAskForTheContainerAndThenForTheFolder) {
     EXPECT_EQ(ExtractFromGpn(session, scripted.ports).written, 1U);
     const FileChoice& choice = scripted.prompts.choices.at(0);
     EXPECT_EQ(choice.title, "PlSel Files 4open");
-    EXPECT_EQ(choice.filters, (std::vector<FileFilter>{{"Graphic Patch N (*.gpn)", {"*.gpn"}}}));
+    EXPECT_EQ(choice.filters, (std::vector<FileFilter>{{"Graphic Patch N", {"*.gpn"}}}));
     EXPECT_EQ(scripted.prompts.folderTitles, std::vector<std::string>{"PlSel cFold 4save"});
 }
 

@@ -225,7 +225,7 @@ TEST_F(ExtractFromPatchTest, TheChoosersAskForThePatchAndThenForTheFolder) {
     EXPECT_EQ(ExtractFromPatch(session, scripted.ports).written, 1U);
     const FileChoice& choice = scripted.prompts.choices.at(0);
     EXPECT_EQ(choice.title, "PlSel Files 4open");
-    EXPECT_EQ(choice.filters, (std::vector<FileFilter>{{"ViKlay Patch File (*.vkp)", {"*.vkp"}}}));
+    EXPECT_EQ(choice.filters, (std::vector<FileFilter>{{"ViKlay Patch File", {"*.vkp"}}}));
     EXPECT_EQ(scripted.prompts.folderTitles, std::vector<std::string>{"PlSel cFold 4save"});
 }
 

@@ -127,9 +127,9 @@ TEST_F(OpenFilesTest, TheChooserOffersFlashesThenPictures) {
     const FileChoice& choice = scripted.prompts.choices.at(0);
     EXPECT_EQ(choice.title, "PlSel File 4open");
     EXPECT_EQ(choice.filters,
-              (std::vector<FileFilter>{{"FullFlash files (*.bin)", {"*.bin"}},
-                                       {"Graphic files (*.gpf;*.gpf2;*.bmp;*.gif;*.jpg;*.png)",
-                                        {"*.gpf", "*.gpf2", "*.bmp", "*.gif", "*.jpg", "*.png"}}}));
+              (std::vector<FileFilter>{
+                  {"FullFlash files", {"*.bin"}},
+                  {"Graphic files", {"*.gpf", "*.gpf2", "*.bmp", "*.gif", "*.jpg", "*.png"}}}));
     EXPECT_EQ(choice.suggestedName, "");
     EXPECT_EQ(choice.defaultExtension, "");
 }

@@ -249,7 +249,7 @@ TEST_F(SavePatchTest, TheChooserOffersGpAndItsAnswerGetsTheExtension) {
     EXPECT_TRUE(std::filesystem::exists(temp / "X.VKP.vkp"));
     const FileChoice& choice = scripted.prompts.choices[0];
     EXPECT_EQ(choice.suggestedName, "GP_");
-    EXPECT_EQ(choice.filters.at(0).text, "ViKlay Patch File (*.vkp)");
+    EXPECT_EQ(choice.filters.at(0).name, "ViKlay Patch File");
     EXPECT_EQ(choice.title, "PlSel File 4save");
 }
 

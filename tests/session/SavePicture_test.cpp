@@ -78,7 +78,7 @@ TEST_F(SaveAsGpfTest, TheChooserOffersTheNumberAsGpf2) {
     ASSERT_TRUE(SaveUnder("a.gpf2", true).IsClean());
     const FileChoice& choice = scripted.prompts.choices.at(0);
     EXPECT_EQ(choice.title, "PlSel File 4save");
-    EXPECT_EQ(choice.filters.at(0).text, "Graphic Patch Files (*.gpf;*.gpf2)");
+    EXPECT_EQ(choice.filters.at(0).name, "Graphic Patch Files");
     EXPECT_EQ(choice.filters.at(0).patterns, (std::vector<std::string>{"*.gpf", "*.gpf2"}));
     EXPECT_EQ(choice.suggestedName, "1.gpf2");
     EXPECT_EQ(choice.defaultExtension, "gpf2");
@@ -355,7 +355,7 @@ TEST_F(SaveAsBmpTest, TheChooserOffersBitmapsAndNoName) {
     EXPECT_EQ(Save().end, Outcome::End::Cancelled);
     const FileChoice& choice = scripted.prompts.choices.at(0);
     EXPECT_EQ(choice.title, "PlSel File 4save");
-    EXPECT_EQ(choice.filters.at(0).text, "Bitmap File (*.bmp)");
+    EXPECT_EQ(choice.filters.at(0).name, "Bitmap File");
     EXPECT_EQ(choice.filters.at(0).patterns, std::vector<std::string>{"*.bmp"});
     EXPECT_EQ(choice.suggestedName, "");
     EXPECT_EQ(choice.defaultExtension, "bmp");
@@ -497,7 +497,7 @@ TEST_F(SaveAsPngTest, TheChooserOffersPngFilesAndNoName) {
     EXPECT_EQ(Save().end, Outcome::End::Cancelled);
     const FileChoice& choice = scripted.prompts.choices.at(0);
     EXPECT_EQ(choice.title, "PlSel File 4save");
-    EXPECT_EQ(choice.filters.at(0).text, "Portable Network Graphic files (*.png)");
+    EXPECT_EQ(choice.filters.at(0).name, "Portable Network Graphic files");
     EXPECT_EQ(choice.filters.at(0).patterns, std::vector<std::string>{"*.png"});
     EXPECT_EQ(choice.suggestedName, "");
     EXPECT_EQ(choice.defaultExtension, "png");

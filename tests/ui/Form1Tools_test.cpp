@@ -65,7 +65,7 @@ class Form1ToolsTest : public WindowFixture {
         }
     }
 
-    const std::vector<FileFilter> anyFile{{"FullFlash files (*.bin)", {"*.bin"}}, {"All files (*.*)", {"*"}}};
+    const std::vector<FileFilter> anyFile{{"FullFlash files", {"*.bin"}}, {"All files", {"*"}}};
     std::filesystem::path out;
 };
 
@@ -123,7 +123,7 @@ TEST_F(Form1ToolsTest, ExtractFromGraphPatchWritesItsPictures) {
         "\r\n; ##### Picture 0007 #####\r\n000A0000: 0000000000000000 04010500000018A0\r\n\r\n"
         "00180000: 11111111 01020304\r\n\r\n; ##### PNG Picture 0012AB40 #####\r\n00180000: 1111 7777\r\n";
     RunTool("mnu_Tools_ExtractFgrP", patch, "a.vkp");
-    ExpectChoosers({{"ViKlay Patch File (*.vkp)", {"*.vkp"}}});
+    ExpectChoosers({{"ViKlay Patch File", {"*.vkp"}}});
     ExpectBox("", "Succes");
     EXPECT_EQ(ListNames(out), (std::vector<std::string>{"0012AB40.png", "7.gpf"}));
     EXPECT_EQ(ReadFile(out / "7.gpf"), ComposeGpf({4, 1, 0x05, 7, false}, Bytes{1, 2, 3, 4}));
@@ -132,7 +132,7 @@ TEST_F(Form1ToolsTest, ExtractFromGraphPatchWritesItsPictures) {
 TEST_F(Form1ToolsTest, ExtractFromGpnWritesItsPictures) {
     Show();
     RunTool("mnu_Tools_ExtractFGPN", Gpf(5) + Gpf(6), "a.gpn");
-    ExpectChoosers({{"Graphic Patch N (*.gpn)", {"*.gpn"}}});
+    ExpectChoosers({{"Graphic Patch N", {"*.gpn"}}});
     ExpectBox("", "Succes");
     EXPECT_EQ(ListNames(out), (std::vector<std::string>{"5.gpf", "6.gpf"}));
     EXPECT_EQ(ReadText(out / "6.gpf"), Gpf(6));
@@ -251,7 +251,7 @@ TEST_F(Form1ChangePngTest, EnablesSavePatchWhichTakesTheSectionIn) {
     ASSERT_EQ(scripted.prompts.choices.size(), 1U);
     EXPECT_EQ(scripted.prompts.choices[0].title, "PlSel Files 4open");
     EXPECT_EQ(scripted.prompts.choices[0].filters,
-              (std::vector<FileFilter>{{"Portable Network Graphic files (*.png)", {"*.png"}}}));
+              (std::vector<FileFilter>{{"Portable Network Graphic files", {"*.png"}}}));
     EXPECT_TRUE(scripted.prompts.notices.empty());
     ExpectSavePatch(true);
     scripted.prompts.Choose(temp / "new.vkp");

@@ -18,6 +18,11 @@ inline constexpr std::size_t kGpfHeaderSize = 32;
 inline constexpr std::size_t kGpfPadding = 16;  ///< a file's length is a multiple of this
 inline constexpr int kGpfLargestSize = 255;     ///< of a GPF's width and height
 
+/// The extension of a variant's files, with its dot.
+constexpr const char* GpfExtension(bool isGPF2) {
+    return isGPF2 ? ".gpf2" : ".gpf";
+}
+
 struct GpfHeader {
     std::uint16_t width = 0;   ///< pixels
     std::uint16_t height = 0;  ///< pixels

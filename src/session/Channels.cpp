@@ -29,10 +29,7 @@ class FlagsInForce {
 };
 
 FileChoice SourceChoice(const LanguageTable& texts) {
-    return {OpenTitle(texts, texts.cap_mnFileR),
-            {{"Graphic files", {"*.bmp", "*.gif", "*.jpg", "*.png"}}},
-            "",
-            ""};
+    return {OpenTitle(texts, texts.cap_mnFileR), {PlainGraphicFiles()}, "", ""};
 }
 
 }  // namespace

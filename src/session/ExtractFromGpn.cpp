@@ -1,5 +1,6 @@
 #include "session/ExtractFromGpn.h"
 
+#include "codec/GPFcodec.h"
 #include "session/Extraction.h"
 #include "session/Names.h"
 #include "session/Report.h"
@@ -34,7 +35,7 @@ class GpnExtraction {
 
     Status Take(const GpnPicture& picture) {
         const std::string number = NumberName(session_.settings, picture.number);
-        const std::string name = number + (picture.isGPF2 ? ".gpf2" : ".gpf");
+        const std::string name = number + GpfExtension(picture.isGPF2);
         const bool isOpenFile = open_ && open_->name == name;
         PICTAVO_TRY(const bool mayWrite, isOpenFile ? MayReplaceOpenFile() : Begin(name));
         number_ = mayWrite ? picture.number : number_;

@@ -71,7 +71,7 @@ class PatchExtraction {
         const auto number = NumberNamed(picture.name, session_.settings.HEXFilename);
         if (!number) return Refuse("\"" + picture.name + "\" is no number of a picture");
         Target target{NumberName(session_.settings, *number), picture.header};
-        target.name += picture.header.isGPF2 ? ".gpf2" : ".gpf";
+        target.name += GpfExtension(picture.header.isGPF2);
         target.header->number = *number;
         return target;
     }

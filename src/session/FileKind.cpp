@@ -1,50 +1,41 @@
 #include "session/FileKind.h"
 
-#include <array>
+#include <algorithm>
 #include <string>
 #include <string_view>
 
 #include "core/AsciiText.h"
 #include "core/PathText.h"
-#include "session/Messages.h"
+#include "session/Ports.h"
 
 namespace pictavo {
 
 namespace {
 
+constexpr const char* kFullflashExtension = ".bin";
 constexpr std::size_t kChosenLength = 4;
 
-struct Ending {
-    std::string_view text;
-    FileKind kind;
-
-    std::string_view Chosen() const { return text.substr(text.size() - kChosenLength); }
-};
-
-constexpr std::array<Ending, 7> kEndings = {{
-    {".bin", FileKind::Fullflash},
-    {".gpf", FileKind::Gpf},
-    {".gpf2", FileKind::Gpf},
-    {".png", FileKind::Picture},
-    {".gif", FileKind::Picture},
-    {".bmp", FileKind::Picture},
-    {".jpg", FileKind::Picture},
-}};
+/// The kind of which one of the extensions is the name's.
+template <typename IsOfName>
+FileKind KindBy(IsOfName isOfName) {
+    const auto holdsIt = [&](const auto& extensions) {
+        return std::any_of(extensions.begin(), extensions.end(), isOfName);
+    };
+    if (isOfName(kFullflashExtension)) return FileKind::Fullflash;
+    if (holdsIt(kGpfExtensions)) return FileKind::Gpf;
+    return holdsIt(kPlainPictureExtensions) ? FileKind::Picture : FileKind::Unknown;
+}
 
 }  // namespace
 
 FileKind KindOnCommandLine(const std::filesystem::path& name) {
-    const std::string text = PathText(name);
-    for (const Ending& ending : kEndings)
-        if (text.ends_with(ending.text)) return ending.kind;
-    return FileKind::Unknown;
+    return KindBy([text = PathText(name)](std::string_view extension) { return text.ends_with(extension); });
 }
 
 FileKind KindWhenChosen(const std::filesystem::path& name) {
-    const std::string text = Lowered(PathText(name));
-    for (const Ending& ending : kEndings)
-        if (text.ends_with(ending.Chosen())) return ending.kind;
-    return FileKind::Unknown;
+    return KindBy([text = Lowered(PathText(name))](std::string_view extension) {
+        return text.ends_with(extension.substr(extension.size() - kChosenLength));
+    });
 }
 
 }  // namespace pictavo

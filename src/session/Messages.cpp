@@ -3,12 +3,19 @@
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/ErrorText.h"
 #include "core/PathText.h"
+#include "session/FileKind.h"
 
 namespace pictavo {
 
 namespace {
 
 constexpr const char* kLineBreak = "\r";
+constexpr const char* kGraphicFiles = "Graphic files";
+
+template <typename Extensions>
+void AddPatterns(const Extensions& extensions, FileFilter& filter) {
+    for (const char* extension : extensions) filter.patterns.push_back(std::string("*") + extension);
+}
 
 Notice PlainNotice(const Error& error) {
     if (error.path.empty()) return {"", DetailText(error)};
@@ -109,7 +116,16 @@ std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error) {
 }
 
 FileFilter GraphicFiles() {
-    return {"Graphic files", {"*.gpf", "*.gpf2", "*.bmp", "*.gif", "*.jpg", "*.png"}};
+    FileFilter filter{kGraphicFiles, {}};
+    AddPatterns(kGpfExtensions, filter);
+    AddPatterns(kPlainPictureExtensions, filter);
+    return filter;
+}
+
+FileFilter PlainGraphicFiles() {
+    FileFilter filter{kGraphicFiles, {}};
+    AddPatterns(kPlainPictureExtensions, filter);
+    return filter;
 }
 
 std::string OpenTitle(const LanguageTable& texts, const std::string& subject) {

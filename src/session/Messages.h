@@ -37,8 +37,9 @@ Notice CountedCompletion(const LanguageTable& texts, std::size_t count);
 /// The box, or in the case of a file that is no GPF the two boxes, that tell an error.
 std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error);
 
-/// What choosers offer where any picture will do.
+/// What choosers offer where any picture will do, and where a GPF will not.
 FileFilter GraphicFiles();
+FileFilter PlainGraphicFiles();
 
 std::string OpenTitle(const LanguageTable& texts, const std::string& subject);
 std::string SaveTitle(const LanguageTable& texts, const std::string& subject);

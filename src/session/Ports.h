@@ -3,6 +3,7 @@
 /// What a command asks the world outside for. The window answers with boxes and choosers, the command line
 /// with its options, a test with a script. A command knows no more of its front than this.
 
+#include <array>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -104,6 +105,9 @@ class PictureLoader {
     virtual Result<ImportedPixels> Load(const std::filesystem::path& path) = 0;
 };
 
+/// The extensions of the program's own picture files, which the system can open them by.
+inline constexpr std::array kGpfExtensions = {".gpf", ".gpf2"};
+
 /// What the system opens a file type with.
 class Associations {
   public:
@@ -113,7 +117,7 @@ class Associations {
     /// text differs from every command.
     virtual std::string GetAssociatedProgram(const std::string& extension) = 0;
 
-    /// Registers ".gpf" and ".gpf2" as "Graphic Patch File", opened by `command`.
+    /// Registers kGpfExtensions as "Graphic Patch File", opened by `command`.
     virtual Status RegisterPictureFileTypes(const std::string& command) = 0;
 };
 

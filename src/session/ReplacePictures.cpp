@@ -24,7 +24,7 @@ namespace pictavo {
 namespace {
 
 /// In the order in which a folder is searched for a picture.
-constexpr std::array kExtensions = {".gpf2", ".gpf", ".bmp", ".png", ".jpg", ".gif"};
+constexpr std::array kSearchedExtensions = {".gpf2", ".gpf", ".bmp", ".png", ".jpg", ".gif"};
 
 /// The kind of a file is told by the last four characters of its name.
 std::string LoweredEnd(const std::filesystem::path& path) {
@@ -70,7 +70,7 @@ Status Replace(Session& session, Ports& ports, std::size_t index, const std::fil
 
 std::optional<std::filesystem::path> FindSource(const Session& session, const FolderIndex& folder,
                                                 int number) {
-    for (const char* extension : kExtensions)
+    for (const char* extension : kSearchedExtensions)
         if (auto path = folder.Find(NumberName(session.settings, number) + extension)) return path;
     return std::nullopt;
 }
@@ -92,7 +92,8 @@ void NoteProblem(const Session& session, Ports& ports, const Error& error, int n
 
 bool HasPictureExtension(const std::filesystem::path& path) {
     const std::string extension = Lowered(PathText(path.extension()));
-    return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
+    return std::find(kSearchedExtensions.begin(), kSearchedExtensions.end(), extension) !=
+           kSearchedExtensions.end();
 }
 
 Outcome ReplacePicture(Session& session, Ports& ports, std::size_t index, std::uint8_t typeCode) {

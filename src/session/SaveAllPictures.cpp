@@ -20,9 +20,9 @@ std::string ExtensionOf(BatchFormat format) {
         case BatchFormat::Bmp:
             return ".bmp";
         case BatchFormat::Gpf:
-            return ".gpf";
+            return GpfExtension(false);
         case BatchFormat::Gpf2:
-            return ".gpf2";
+            return GpfExtension(true);
         case BatchFormat::Png:
             return ".png";
     }

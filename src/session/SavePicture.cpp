@@ -29,11 +29,11 @@ FileChoice PngChoice(const LanguageTable& texts) {
 }
 
 FileChoice GpfChoice(const Session& session, bool isGPF2) {
-    const std::string extension = isGPF2 ? "gpf2" : "gpf";
+    const std::string extension = GpfExtension(isGPF2);
     return {SaveTitle(session.texts, session.texts.cap_mnFileR),
             {{"Graphic Patch Files", {"*.gpf", "*.gpf2"}}},
-            NumberName(session.settings, session.pictureNumber) + "." + extension,
-            extension};
+            NumberName(session.settings, session.pictureNumber) + extension,
+            extension.substr(1)};
 }
 
 Outcome Finish(const Session& session, Ports& ports, const Status& status) {

@@ -1,5 +1,7 @@
 #include "session/StartUp.h"
 
+#include <algorithm>
+
 #include "core/PathText.h"
 #include "session/Messages.h"
 #include "session/PngConverter.h"
@@ -15,8 +17,9 @@ std::string OpenCommand(const std::filesystem::path& executable) {
 }
 
 bool IsRegistered(Associations& associations, const std::string& command) {
-    return associations.GetAssociatedProgram(".gpf") == command &&
-           associations.GetAssociatedProgram(".gpf2") == command;
+    return std::all_of(kGpfExtensions.begin(), kGpfExtensions.end(), [&](const char* extension) {
+        return associations.GetAssociatedProgram(extension) == command;
+    });
 }
 
 }  // namespace

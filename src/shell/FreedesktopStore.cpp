@@ -115,7 +115,7 @@ FreedesktopStore::FreedesktopStore(DesktopFolders folders, ProcessRunner& proces
 
 void FreedesktopStore::Load() {
     const std::string package = TextOrNone(UserData(kPackage));
-    for (const char* extension : {".gpf", ".gpf2"})
+    for (const char* extension : kGpfExtensions)
         if (HasExtension(package, extension)) type_.extensions.insert(extension);
     type_.description = DescriptionOf(package);
     type_.command = CommandOfEntry(TextOrNone(UserData("applications") / kEntryName), Located).value_or("");

@@ -4,14 +4,16 @@
 #include <utility>
 #include <vector>
 
+#include "session/Ports.h"
+
 namespace pictavo {
 
 namespace {
 
 /// Each extension with the magic of its files, which docs/formats/gpf.md describes.
 const std::vector<std::pair<std::string, std::string>>& Magics() {
-    static const std::vector<std::pair<std::string, std::string>> magics{{".gpf", "GraphicPatchFile"},
-                                                                         {".gpf2", "GraphPatchFile_2"}};
+    static const std::vector<std::pair<std::string, std::string>> magics{
+        {kGpfExtensions[0], "GraphicPatchFile"}, {kGpfExtensions[1], "GraphPatchFile_2"}};
     return magics;
 }
 

@@ -23,7 +23,7 @@ Status SystemAssociations::RegisterPictureFileTypes(const std::string& command) 
         return Fail(ErrorKind::Malformed, "the command to register takes no file");
     const std::string program = command.substr(0, command.size() - kArgument.size());
     Status written;
-    for (const char* extension : {".gpf", ".gpf2"}) {
+    for (const char* extension : kGpfExtensions) {
         const Status status = RegisterPictureFileType(store_, program, extension, kPictureTypeDescription);
         if (written) written = status;
     }

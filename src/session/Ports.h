@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "codec/ImportedPixels.h"
@@ -107,6 +108,9 @@ class PictureLoader {
 
 /// The extensions of the program's own picture files, which the system can open them by.
 inline constexpr std::array kGpfExtensions = {".gpf", ".gpf2"};
+
+/// What follows the program in a command that opens a file: the place of the file's name.
+inline constexpr std::string_view kFileArgument = " \"%1\"";
 
 /// What the system opens a file type with.
 class Associations {

@@ -13,7 +13,7 @@ namespace {
 
 /// Kept: the program's path stands without quotation marks, blanks or not.
 std::string OpenCommand(const std::filesystem::path& executable) {
-    return PathText(executable) + " \"%1\"";
+    return PathText(executable) + std::string(kFileArgument);
 }
 
 bool IsRegistered(Associations& associations, const std::string& command) {

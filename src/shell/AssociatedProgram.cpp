@@ -10,7 +10,7 @@ std::string UpToNul(const std::string& value) {
 
 /// A command that can not be read is none.
 std::string CommandOf(const KeyStore& store, const std::string& type) {
-    const std::string key = type + "\\shell\\open\\command";
+    const std::string key = CommandKey(type, kOpenVerb);
     const KeyStore::Value command = store.HasKey(key) ? store.ReadValue(key, "") : tl::unexpected(0U);
     return command ? UpToNul(*command) : "File type is not associated with a program.";
 }

@@ -2,12 +2,13 @@
 
 #include <algorithm>
 
+#include "session/Ports.h"
+
 namespace pictavo {
 
 namespace {
 
 constexpr const char* kDefaultValue = "";
-constexpr const char* kOpen = "open";
 constexpr const char* kNullFile = "NullFile";
 
 bool IsNewFileType(const std::string& type) {
@@ -31,13 +32,13 @@ int CFileAssociation::CreateAssociation() {
     CreateKeyWithValue(strExt, kDefaultValue, strAppID);
     if (IsNewFileType(strNewFileType)) CreateNewEntry();
     CreateType();
-    CreateContextMenuItem(kOpen, strOpenCommand);
+    CreateContextMenuItem(kOpenVerb, strOpenCommand);
     if (!strIcon.empty() || !strExePath.empty()) CreateIcon();
     return 0;
 }
 
 void CFileAssociation::CreateContextMenuItem(const std::string& strText, const std::string& strCommand) {
-    CreateKeyWithValue(strAppID + "\\shell\\" + strText + "\\command", kDefaultValue, strCommand);
+    CreateKeyWithValue(CommandKey(strAppID, strText), kDefaultValue, strCommand);
 }
 
 void CFileAssociation::DeleteAssociation() {
@@ -81,12 +82,12 @@ Status RegisterPictureFileType(KeyStore& store, const std::string& program, cons
     association.strExt = extension;
     association.strAppID = kPictureFileClass;
     association.strExePath = program;
-    association.strOpenCommand = kOpen;
+    association.strOpenCommand = kOpenVerb;
     association.strFileType = description;
     association.strIcon = program + ",0";
     association.strNewFileType = kNullFile;
     association.CreateAssociation();
-    association.CreateContextMenuItem(kOpen, program + " \"%1\"");
+    association.CreateContextMenuItem(kOpenVerb, program + std::string(kFileArgument));
     return association.Written();
 }
 

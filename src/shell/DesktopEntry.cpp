@@ -3,13 +3,12 @@
 #include <map>
 #include <vector>
 
+#include "session/Ports.h"
 #include "shell/KeyFile.h"
 
 namespace pictavo {
 
 namespace {
-
-constexpr std::string_view kArgument = " \"%1\"";
 
 /// Characters that an argument may hold only between quotation marks.
 constexpr std::string_view kReserved = " \t\n\r\"'\\><~|&;$*?#()`";
@@ -66,8 +65,8 @@ std::string UnescapedValue(const std::string& text) {
 }
 
 std::string ExecOf(const std::string& command) {
-    const bool takesFile = command.ends_with(kArgument);
-    const std::string program = command.substr(0, command.size() - (takesFile ? kArgument.size() : 0));
+    const bool takesFile = command.ends_with(kFileArgument);
+    const std::string program = command.substr(0, command.size() - (takesFile ? kFileArgument.size() : 0));
     return EscapedValue(Quoted(WithDoubledPercents(program))) + (takesFile ? " %f" : "");
 }
 
@@ -132,7 +131,8 @@ std::string CommandOfExec(const std::string& exec,
     const std::string program = WithSinglePercents(arguments.front());
     std::string command = program.find('/') == std::string::npos ? locate(program) : program;
     for (std::size_t i = 1; i < arguments.size(); ++i)
-        command += IsFileCode(arguments[i]) ? std::string(kArgument) : " " + WithSinglePercents(arguments[i]);
+        command +=
+            IsFileCode(arguments[i]) ? std::string(kFileArgument) : " " + WithSinglePercents(arguments[i]);
     return command;
 }
 

@@ -31,8 +31,8 @@ constexpr std::array kIconSizes{16, 32, 48, 64, 128, 256};
 /// What a registry says of a key or value that it does not have.
 constexpr std::uint32_t kNotFound = 2;
 
-const std::string& CommandKey() {
-    static const std::string key = std::string(kPictureFileClass) + "\\shell\\open\\command";
+const std::string& OpenCommandKey() {
+    static const std::string key = CommandKey(kPictureFileClass, kOpenVerb);
     return key;
 }
 
@@ -50,7 +50,7 @@ std::string ExtensionOfNewKey(const std::string& key) {
 
 bool IsKnown(const std::string& key) {
     return IsPictureExtension(key) || !ExtensionOfNewKey(key).empty() || key == kPictureFileClass ||
-           key == CommandKey() || key == IconKey();
+           key == OpenCommandKey() || key == IconKey();
 }
 
 Failure Unknown(const std::string& key) {
@@ -123,7 +123,7 @@ void FreedesktopStore::Load() {
 }
 
 bool FreedesktopStore::HasKey(const std::string& key) const {
-    if (key == CommandKey()) return !FoundCommand().empty();
+    if (key == OpenCommandKey()) return !FoundCommand().empty();
     return IsPictureExtension(key) &&
            std::any_of(folders_.data.begin(), folders_.data.end(), [&](const fs::path& folder) {
                return HasExtension(TextOrNone(folder / kPackage), key);
@@ -132,7 +132,7 @@ bool FreedesktopStore::HasKey(const std::string& key) const {
 
 KeyStore::Value FreedesktopStore::ReadValue(const std::string& key, const std::string& name) const {
     if (!name.empty() || !HasKey(key)) return tl::unexpected(kNotFound);
-    return key == CommandKey() ? FoundCommand() : std::string(kPictureFileClass);
+    return key == OpenCommandKey() ? FoundCommand() : std::string(kPictureFileClass);
 }
 
 /// In the order in which a desktop reads them.
@@ -197,7 +197,7 @@ Status FreedesktopStore::WriteValue(const std::string& key, const std::string& n
     if (!IsKnown(key) || name != (extension.empty() ? "" : "NullFile")) return Unknown(key + " " + name);
     if (!extension.empty())
         type_.newFiles.insert(extension);
-    else if (key == CommandKey())
+    else if (key == OpenCommandKey())
         type_.command = value;
     else if (key == IconKey())
         type_.hasIcon = true;

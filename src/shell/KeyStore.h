@@ -12,6 +12,14 @@
 
 namespace pictavo {
 
+/// The verb of a file type that a double click means.
+inline constexpr const char* kOpenVerb = "open";
+
+/// The key whose default value is the command that `verb` runs on a file of the type.
+inline std::string CommandKey(const std::string& type, const std::string& verb) {
+    return type + "\\shell\\" + verb + "\\command";
+}
+
 class KeyStore {
   public:
     /// A value as it is stored, with or without a terminating NUL, or the system's number for why it can not

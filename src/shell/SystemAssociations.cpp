@@ -6,12 +6,6 @@
 
 namespace pictavo {
 
-namespace {
-
-constexpr std::string_view kArgument = " \"%1\"";
-
-}  // namespace
-
 std::string SystemAssociations::GetAssociatedProgram(const std::string& extension) {
     return pictavo::GetAssociatedProgram(store_, extension, [this](const std::string& text) {
         prompts_.Tell({"", text});
@@ -19,9 +13,9 @@ std::string SystemAssociations::GetAssociatedProgram(const std::string& extensio
 }
 
 Status SystemAssociations::RegisterPictureFileTypes(const std::string& command) {
-    if (!command.ends_with(kArgument))
+    if (!command.ends_with(kFileArgument))
         return Fail(ErrorKind::Malformed, "the command to register takes no file");
-    const std::string program = command.substr(0, command.size() - kArgument.size());
+    const std::string program = command.substr(0, command.size() - kFileArgument.size());
     Status written;
     for (const char* extension : kGpfExtensions) {
         const Status status = RegisterPictureFileType(store_, program, extension, kPictureTypeDescription);

@@ -42,6 +42,8 @@ struct FullflashImage {
     /// True for the models that store twelve bytes a picture record: New-SGold phones whose model begins with
     /// "EL71" or "E71".
     bool HasLongRecords() const;
+
+    bool operator==(const FullflashImage&) const = default;
 };
 
 /// Opens the file read-only and identifies the phone. `picnum` is left to the reading of the table. Fails

@@ -35,8 +35,9 @@ Status OpenFullflash(Session& session, const std::filesystem::path& path, Progre
 }
 
 void CloseFullflash(Session& session) {
-    session.flash.source.reset();
-    session.flash.FreeSearchOffset = kFreeSearchStartSGold;
+    const int picnum = session.flash.picnum;
+    session.flash = {};
+    session.flash.picnum = picnum;  // kept: see PictureTable::endMet
     session.rows.clear();
     session.replaced.clear();
     session.savePatchEnabled = false;

@@ -10,7 +10,7 @@ namespace pictavo {
 /// files is dropped; work files stay. When the file can not be opened or read, all is as it was.
 Status OpenFullflash(Session& session, const std::filesystem::path& path, Progress& progress);
 
-/// Lets the flash go. `picnum` and the work files stay.
+/// Lets the flash go, with all that was known of it. Kept: `picnum` stays; so do the work files.
 void CloseFullflash(Session& session);
 
 /// Six lines about the phone, parted by carriage returns.

@@ -63,11 +63,22 @@ TEST_F(OpenFullflashTest, DropsAPendingPngPatchAndKeepsWorkFiles) {
 
 TEST_F(OpenFullflashTest, ClosingRemovesTheRowsAndResetsTheSearch) {
     Open(FourIcons());
+    session.savePatchEnabled = true;
     EXPECT_EQ(session.flash.FreeSearchOffset, 16777216U);
     CloseFullflash(session);
     EXPECT_FALSE(session.flash.IsOpen());
     EXPECT_TRUE(session.rows.empty());
+    EXPECT_TRUE(session.replaced.empty());
+    EXPECT_FALSE(session.savePatchEnabled);
     EXPECT_EQ(session.flash.FreeSearchOffset, 262144U);
+}
+
+TEST_F(OpenFullflashTest, KeptOfAClosedFlashOnlyTheLastPicturesNumberStays) {
+    Open(FourIcons());
+    CloseFullflash(session);
+    EXPECT_EQ(session.flash.picnum, 3);
+    session.flash.picnum = 0;
+    EXPECT_TRUE(session.flash == FullflashImage());
 }
 
 TEST_F(OpenFullflashTest, AFlashWithoutAPictureHasTheLastNumberMinusOne) {

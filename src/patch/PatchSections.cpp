@@ -5,26 +5,17 @@
 #include "codec/PictureType.h"
 #include "core/PitRecordLayout.h"
 #include "patch/PatchLine.h"
+#include "patch/SectionTitle.h"
 
 namespace pictavo {
 
 namespace {
-
-constexpr std::string_view kPictureTitle = "; ##### Picture ";
-constexpr std::string_view kPngTitle = "; ##### PNG Picture ";
-constexpr std::string_view kTitleEnd = " #####";
 
 /// Lines that are shorter hold no data.
 constexpr std::size_t kShortestDataLine = 14;
 
 /// Type codes below this are uncompressed and make a GPF; the others a GPF2.
 constexpr std::uint16_t kFirstGpf2Type = kType24Bit + 1;
-
-/// The name that a section line has between `title` and its end; nothing when it is no such line.
-std::optional<std::string> NameIn(std::string_view line, std::string_view title) {
-    if (!line.starts_with(title) || line.size() < title.size() + kTitleEnd.size()) return std::nullopt;
-    return std::string(line.substr(title.size(), line.size() - title.size() - kTitleEnd.size()));
-}
 
 /// The width or height that a record's field holds.
 std::uint16_t SizeIn(ByteView field, const PitRecordLayout& layout) {
@@ -60,8 +51,9 @@ Result<std::optional<PatchPart>> PatchSectionReader::NextSection() {
     for (;;) {
         PICTAVO_TRY(const Line line, NextLine());
         if (!line) return std::optional<PatchPart>();
-        if (auto name = NameIn(*line, kPngTitle)) return std::optional<PatchPart>(PngPart{std::move(*name)});
-        auto name = NameIn(*line, kPictureTitle);
+        if (auto name = NameIn(*line, SectionKind::Png))
+            return std::optional<PatchPart>(PngPart{std::move(*name)});
+        auto name = NameIn(*line, SectionKind::Picture);
         if (!name) continue;
         PICTAVO_TRY(auto picture, ReadPicture(std::move(*name)));
         if (picture) return picture;

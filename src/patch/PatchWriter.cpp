@@ -6,6 +6,7 @@
 #include "core/Version.h"
 #include "patch/PatchLine.h"
 #include "patch/PitRecord.h"
+#include "patch/SectionTitle.h"
 
 namespace pictavo {
 
@@ -40,7 +41,7 @@ std::string TargetText(const FullflashImage& flash) {
 }
 
 std::string SectionLine(const PictureRecord& record) {
-    return "; ##### Picture " + ColumnText(record, Column::Number) + " #####" + kPatchLineEnd;
+    return SectionTitle(SectionKind::Picture, PictureNumberText(record.number)) + kPatchLineEnd;
 }
 
 /// The old record keeps its address in place; a moved picture gets that of its new one.

@@ -5,6 +5,7 @@
 #include "codec/PngFormat.h"
 #include "core/SignatureSearch.h"
 #include "patch/PatchLine.h"
+#include "patch/SectionTitle.h"
 
 namespace pictavo {
 
@@ -55,7 +56,7 @@ Result<std::string> PngSection(const ByteSource& flash, const FileRange& place, 
     // The new file has lines of its own, and the FF behind it too.
     const auto own = [&](const Bytes& bytes) { return ByteView(bytes).first(newPng.size()); };
     const auto rest = [&](const Bytes& bytes) { return ByteView(bytes).subspan(newPng.size()); };
-    return kPatchLineEnd + ("; ##### PNG Picture " + name + " #####") + kPatchLineEnd +
+    return kPatchLineEnd + SectionTitle(SectionKind::Png, name) + kPatchLineEnd +
            PatchLines(place.begin, own(oldBytes), own(newBytes)) +
            PatchLines(place.begin + newPng.size(), rest(oldBytes), rest(newBytes));
 }

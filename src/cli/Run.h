@@ -5,6 +5,9 @@
 #include <CLI/App.hpp>
 
 #include "cli/Front.h"
+#include "cli/RunFolder.h"
+#include "cli/TerminalProgress.h"
+#include "session/Session.h"
 #include "shell/LatePictureLoader.h"
 #include "shell/Shell_.h"
 

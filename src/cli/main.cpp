@@ -4,9 +4,7 @@
 
 #include "cli/Command.h"
 #include "cli/Terminal.h"
-#include "cli/Text.h"
 #include "core/ConsoleText.h"
-#include "core/ErrorText.h"
 #include "core/FullDisks.h"
 #include "core/ProgramArguments.h"
 #include "core/Version.h"
@@ -68,8 +66,7 @@ std::string UsageLine(const CLI::App& app, const CLI::App* sub) {
 }
 
 int WrongUsage(const CLI::App& app, const CLI::App* sub, const std::string& message) {
-    std::cerr << "pictavo-cli: " << OnOneLine(message) << '\n' << UsageLine(app, sub) << '\n';
-    return kWrongUsage;
+    return Front{std::cout, std::cerr, {}, {}}.WrongUsage(message, UsageLine(app, sub));
 }
 
 const CLI::App* ParsedCommand(const CLI::App& app) {

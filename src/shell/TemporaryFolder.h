@@ -4,6 +4,9 @@
 
 namespace pictavo {
 
+/// The names of folders for one program's own temporary files begin with this.
+inline constexpr const char* kPrivateFolderPrefix = "pictavo-";
+
 /// The folder that the variable TMP names, as it is named; empty when it is not set or names no folder.
 std::filesystem::path NamedTemporaryFolder();
 

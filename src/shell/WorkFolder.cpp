@@ -10,7 +10,6 @@ namespace pictavo {
 namespace {
 
 constexpr const char* kLockName = "pictavo.lock";
-constexpr const char* kPrivatePrefix = "pictavo-";
 constexpr const char* kWorkFileExtension = ".gpf2";
 
 /// What can not be looked into counts as holding some.
@@ -45,7 +44,7 @@ std::optional<WorkFolder> WorkFolder::Hold(const std::filesystem::path& folder) 
 }
 
 Result<WorkFolder> WorkFolder::CreateIn(const std::filesystem::path& folder) {
-    PICTAVO_TRY(std::filesystem::path path, system_file::CreatePrivateFolder(folder, kPrivatePrefix));
+    PICTAVO_TRY(std::filesystem::path path, system_file::CreatePrivateFolder(folder, kPrivateFolderPrefix));
     return WorkFolder(std::move(path), std::nullopt);
 }
 

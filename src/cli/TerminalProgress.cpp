@@ -1,0 +1,35 @@
+#include "cli/TerminalProgress.h"
+
+#include <ostream>
+
+#include "cli/Terminal.h"
+
+namespace pictavo::cli {
+
+namespace {
+
+constexpr int kBarWidth = 40;
+constexpr std::chrono::milliseconds kPatience{500};
+
+}  // namespace
+
+TerminalProgress::TerminalProgress(std::ostream& err) : err_(err), isTerminal_(IsErrorTerminal()) {}
+
+TerminalProgress::~TerminalProgress() {
+    if (isDrawn_) err_ << '\r' << std::string(kBarWidth + 8, ' ') << '\r' << std::flush;
+}
+
+bool TerminalProgress::At(double percent) {
+    const int whole = static_cast<int>(percent);
+    const bool isLong = std::chrono::steady_clock::now() - start_ > kPatience;
+    if (isTerminal_ && isLong && whole != drawnPercent_) {
+        const auto filled = static_cast<std::size_t>(whole * kBarWidth / 100);
+        err_ << "\r[" << std::string(filled, '#') << std::string(kBarWidth - filled, ' ') << "] " << whole
+             << '%' << std::flush;
+        drawnPercent_ = whole;
+        isDrawn_ = true;
+    }
+    return !WasInterrupted();
+}
+
+}  // namespace pictavo::cli

@@ -9,6 +9,9 @@
 
 namespace pictavo {
 
+/// The file's name.
+inline constexpr const char* kMimeApps = "mimeapps.list";
+
 /// The desktop entries of a MIME type's default applications, in their order.
 std::vector<std::string> DefaultApplications(const std::string& mimeApps, const std::string& type);
 

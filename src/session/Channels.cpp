@@ -14,19 +14,6 @@ namespace pictavo {
 namespace {
 
 constexpr const char* kSuggestedName = "channels";
-constexpr bool kWithAlpha = true;
-
-/// The session's flags while it exists.
-class FlagsInForce {
-  public:
-    FlagsInForce(Session& session, const ChannelFlags& flags) : flags_(session.channels) { flags_ = flags; }
-    ~FlagsInForce() { flags_ = {}; }
-    FlagsInForce(const FlagsInForce&) = delete;
-    FlagsInForce& operator=(const FlagsInForce&) = delete;
-
-  private:
-    ChannelFlags& flags_;
-};
 
 FileChoice SourceChoice(const LanguageTable& texts) {
     return {OpenTitle(texts, texts.cap_mnFileR), {PlainGraphicFiles()}, "", ""};
@@ -35,18 +22,16 @@ FileChoice SourceChoice(const LanguageTable& texts) {
 }  // namespace
 
 Outcome SaveChannels(Session& session, Ports& ports, const ChannelFlags& flags) {
-    const FlagsInForce inForce(session, flags);
-    return SaveAsBmpUnder(session, ports, kSuggestedName, kWithAlpha);
+    return SaveChannelsAsBmp(session, ports, kSuggestedName, flags);
 }
 
 Outcome LoadChannels(Session& session, Ports& ports, const ChannelFlags& flags) {
-    const FlagsInForce inForce(session, flags);
     const std::filesystem::path answer = ports.prompts.ChooseOpen(SourceChoice(session.texts));
     if (answer.empty()) return Outcome::Cancelled();
     const std::filesystem::path path = WithoutTail(answer);
     if (FileMissing(path)) return RefuseMissing(session, ports, path, MissingForm::PathThenText);
     const FileKind kind = KindWhenChosen(path);
-    return OpenAs(session, ports, path, kind == FileKind::Picture ? kind : FileKind::Unknown);
+    return OpenAs(session, ports, path, kind == FileKind::Picture ? kind : FileKind::Unknown, flags);
 }
 
 Status RememberChannels(Session& session, const ChannelFlags& flags) {

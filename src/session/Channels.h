@@ -1,7 +1,6 @@
 #pragma once
 
-/// Single colour channels of the picture that is shown. The flags hold for one save or load and are cleared
-/// after it, however it ended. No flag at all means whole pixels.
+/// Single colour channels of the picture that is shown. No flag at all means whole pixels.
 
 #include "session/Outcome.h"
 #include "session/Ports.h"

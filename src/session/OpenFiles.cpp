@@ -43,8 +43,9 @@ Outcome OpenGpf(Session& session, Ports& ports, const std::filesystem::path& pat
     return outcome;
 }
 
-Outcome OpenPicture(Session& session, Ports& ports, const std::filesystem::path& path) {
-    const Status loaded = PicturesLoader(session, ports, path);
+Outcome OpenPicture(Session& session, Ports& ports, const std::filesystem::path& path,
+                    const ChannelFlags& flags) {
+    const Status loaded = PicturesLoader(session, ports, path, flags);
     return loaded ? Outcome() : Refuse(session, ports, loaded.error());
 }
 
@@ -63,14 +64,15 @@ Outcome OpenFlash(Session& session, Ports& ports, const std::filesystem::path& p
     return outcome;
 }
 
-Outcome OpenAs(Session& session, Ports& ports, const std::filesystem::path& path, FileKind kind) {
+Outcome OpenAs(Session& session, Ports& ports, const std::filesystem::path& path, FileKind kind,
+               const ChannelFlags& flags) {
     switch (kind) {
         case FileKind::Fullflash:
             return OpenFlash(session, ports, path);
         case FileKind::Gpf:
             return OpenGpf(session, ports, path);
         case FileKind::Picture:
-            return OpenPicture(session, ports, path);
+            return OpenPicture(session, ports, path, flags);
         case FileKind::Unknown:
             return RefusedSilently(ErrorKind::UnknownFile, path, "is not named as a file that can be opened");
     }

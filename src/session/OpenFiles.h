@@ -15,8 +15,10 @@ namespace pictavo {
 Outcome OpenFlash(Session& session, Ports& ports, const std::filesystem::path& path);
 
 /// Opens the file as what it was told apart for. A picture that its file ends inside is shown, which is a
-/// problem of the outcome; one of an unknown kind is refused without a box.
-Outcome OpenAs(Session& session, Ports& ports, const std::filesystem::path& path, FileKind kind);
+/// problem of the outcome; one of an unknown kind is refused without a box. With flags a picture file goes
+/// into the flagged channels only.
+Outcome OpenAs(Session& session, Ports& ports, const std::filesystem::path& path, FileKind kind,
+               const ChannelFlags& flags = {});
 
 /// "Open": asks for the file.
 Outcome OpenFile(Session& session, Ports& ports);

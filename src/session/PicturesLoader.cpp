@@ -78,10 +78,11 @@ std::string Caption(const Picture& picture) {
 
 }  // namespace
 
-Status PicturesLoader(Session& session, Ports& ports, const std::filesystem::path& path) {
+Status PicturesLoader(Session& session, Ports& ports, const std::filesystem::path& path,
+                      const ChannelFlags& flags) {
     const auto import = ImportFile(session, ports, path);
     if (!import) return Failure(WithPath(import.error(), path));
-    StoreImportedPixels(import->pixels, import->bitDepth, session.channels, session.picture);
+    StoreImportedPixels(import->pixels, import->bitDepth, flags, session.picture);
     session.shown = {true, true, Caption(session.picture), 0};
     return {};
 }

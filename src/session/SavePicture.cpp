@@ -91,6 +91,13 @@ bool AskAlpha(const Session& session, Ports& ports) {
     return session.picture.RasterHasAlpha && ports.prompts.Confirm(AlphaQuestion(session.texts));
 }
 
+Outcome AskNameOfBmp(Session& session, Ports& ports, const std::string& suggestedName, bool withAlpha,
+                     const ChannelFlags& flags) {
+    const std::filesystem::path answer = ports.prompts.ChooseSave(BmpChoice(session.texts, suggestedName));
+    if (answer.empty()) return Outcome::Cancelled();
+    return SaveBmpTo(session, ports, WithExtensionOfAnyCase(answer, ".bmp"), withAlpha, {}, flags);
+}
+
 }  // namespace
 
 bool AskGpf2(const Session& session, Ports& ports) {
@@ -121,20 +128,19 @@ Outcome SaveGpfTo(Session& session, Ports& ports, const std::filesystem::path& p
 
 Outcome SaveAsBmp(Session& session, Ports& ports) {
     if (!session.shown.isShown) return NothingToSave();
-    return SaveAsBmpUnder(session, ports, "", AskAlpha(session, ports));
+    return AskNameOfBmp(session, ports, "", AskAlpha(session, ports), {});
 }
 
-Outcome SaveAsBmpUnder(Session& session, Ports& ports, const std::string& suggestedName, bool withAlpha) {
+Outcome SaveChannelsAsBmp(Session& session, Ports& ports, const std::string& suggestedName,
+                          const ChannelFlags& flags) {
     if (!session.shown.isShown) return NothingToSave();
-    const std::filesystem::path answer = ports.prompts.ChooseSave(BmpChoice(session.texts, suggestedName));
-    if (answer.empty()) return Outcome::Cancelled();
-    return SaveBmpTo(session, ports, WithExtensionOfAnyCase(answer, ".bmp"), withAlpha);
+    return AskNameOfBmp(session, ports, suggestedName, true, flags);
 }
 
 Outcome SaveBmpTo(Session& session, Ports& ports, const std::filesystem::path& path, bool withAlpha,
-                  const std::filesystem::path& input) {
+                  const std::filesystem::path& input, const ChannelFlags& flags) {
     return WriteTarget(session, ports, path, input, [&](CommitMode mode) {
-        return WriteWholeFile(path, ComposeBitmap(session.picture, withAlpha, session.channels), mode);
+        return WriteWholeFile(path, ComposeBitmap(session.picture, withAlpha, flags), mode);
     });
 }
 
@@ -155,9 +161,9 @@ Outcome SavePngTo(Session& session, Ports& ports, const std::filesystem::path& p
     });
 }
 
-Status SaveAsBMP(const Session& session, const std::filesystem::path& path, bool withAlpha) {
-    return WriteWholeFile(path, ComposeBitmap(session.picture, withAlpha, session.channels),
-                          CommitMode::Replace);
+Status SaveAsBMP(const Session& session, const std::filesystem::path& path, bool withAlpha,
+                 const ChannelFlags& flags) {
+    return WriteWholeFile(path, ComposeBitmap(session.picture, withAlpha, flags), CommitMode::Replace);
 }
 
 }  // namespace pictavo

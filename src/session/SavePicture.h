@@ -17,24 +17,26 @@ Outcome SaveAsGpf(Session& session, Ports& ports, std::uint8_t typeCode);
 /// "Save as BMP", with alpha when the picture has one and the user wants it.
 Outcome SaveAsBmp(Session& session, Ports& ports);
 
-/// The same under a name that the chooser proposes, without the question of alpha.
-Outcome SaveAsBmpUnder(Session& session, Ports& ports, const std::string& suggestedName, bool withAlpha);
+/// The flagged channels as a bitmap of 32 bits, under a name that the chooser proposes.
+Outcome SaveChannelsAsBmp(Session& session, Ports& ports, const std::string& suggestedName,
+                          const ChannelFlags& flags);
 
 /// "Save as PNG", the same, through the converter.
 Outcome SaveAsPng(Session& session, Ports& ports);
 
 /// Write the picture, with no question but the overwrite. `input` is a file that must not be written. The
-/// number in the header is the session's picture number.
+/// number in the header is the session's picture number. A bitmap has whole pixels, or the flagged channels.
 Outcome SaveGpfTo(Session& session, Ports& ports, const std::filesystem::path& path, bool isGPF2,
                   std::uint8_t typeCode, const std::filesystem::path& input = {});
 Outcome SaveBmpTo(Session& session, Ports& ports, const std::filesystem::path& path, bool withAlpha,
-                  const std::filesystem::path& input = {});
+                  const std::filesystem::path& input = {}, const ChannelFlags& flags = {});
 Outcome SavePngTo(Session& session, Ports& ports, const std::filesystem::path& path, bool withAlpha,
                   const std::filesystem::path& input = {});
 
-/// Writes the Raster as a bitmap, whole pixels or the session's flagged channels; a file of that name is
-/// replaced.
-Status SaveAsBMP(const Session& session, const std::filesystem::path& path, bool withAlpha);
+/// Writes the Raster as a bitmap, whole pixels or the flagged channels; a file of that name is replaced. A
+/// procedure of the system that no command uses.
+Status SaveAsBMP(const Session& session, const std::filesystem::path& path, bool withAlpha,
+                 const ChannelFlags& flags = {});
 
 /// The variant for a save: GPF2 without a question when it is the default.
 bool AskGpf2(const Session& session, Ports& ports);

@@ -42,7 +42,6 @@ struct Session {
     Picture picture;
     ShownPicture shown;
     int pictureNumber = 0;  ///< of the row shown last; goes into the header of a GPF
-    ChannelFlags channels;  ///< for one load or save
 
     bool pngPatchPending = false;   ///< the work folder holds a patch of replaced PNG files
     bool savePatchEnabled = false;  ///< something was replaced since the last patch

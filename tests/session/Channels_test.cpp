@@ -1,5 +1,8 @@
 #include "session/Channels.h"
 
+#include "codec/Bitmap.h"
+#include "session/OpenFiles.h"
+#include "session/SavePicture.h"
 #include "session/ShowPicture.h"
 #include "support/BmpFile.h"
 #include "support/SessionFixture.h"
@@ -32,8 +35,6 @@ class ChannelsTest : public SessionFixture {
         return WriteFile(temp / name, samples::MakeBmp(drawing, 32));
     }
 
-    void ExpectFlagsCleared() const { EXPECT_FALSE(session.channels.Any()); }
-
     void ExpectPictureUnchanged() const {
         EXPECT_TRUE(std::equal(before.raster.From(0, 0),
                                before.raster.From(0, 0) + Raster::kColumns * Raster::kRows,
@@ -58,7 +59,6 @@ TEST_F(ChannelsTest, TheFlaggedChannelsAreSavedIn32Bits) {
             ASSERT_EQ((Cell{pixel.r, pixel.g, pixel.b, pixel.a}), (Cell{cell.r, 0, 0, cell.a}))
                 << x << " " << y;
         }
-    ExpectFlagsCleared();
     EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{"Succes"});
 }
 
@@ -69,6 +69,18 @@ TEST_F(ChannelsTest, NoChannelFlaggedSavesWholePixels) {
     EXPECT_EQ((Cell{pixel.r, pixel.g, pixel.b, pixel.a}), CellAt(8, 8));
 }
 
+TEST_F(ChannelsTest, TheFlagsHoldForOneSaveAndOneLoadOnly) {
+    ShowIcon();
+    const auto file = WriteBmp("in.bmp");
+    EXPECT_TRUE(Save(temp / "out.bmp").IsClean());
+    EXPECT_TRUE(SaveBmpTo(session, scripted.ports, temp / "whole.bmp", true).IsClean());
+    EXPECT_EQ(ReadFile(temp / "whole.bmp"), ComposeBitmap(before, true));
+    EXPECT_TRUE(Load(file).IsClean());
+    EXPECT_TRUE(OpenAs(session, scripted.ports, file, FileKind::Picture).IsClean());
+    const samples::Pixel& pixel = drawing.At(3, 2);
+    EXPECT_EQ(CellAt(3, 2), (Cell{pixel.r, pixel.g, pixel.b, pixel.a}));
+}
+
 TEST_F(ChannelsTest, TheSaveChooserProposesChannels) {
     ShowIcon();
     EXPECT_EQ(Save({}).end, Outcome::End::Cancelled);
@@ -77,7 +89,6 @@ TEST_F(ChannelsTest, TheSaveChooserProposesChannels) {
     EXPECT_EQ(choice.filters, (std::vector<FileFilter>{{"Bitmap File", {"*.bmp"}}}));
     EXPECT_EQ(choice.suggestedName, "channels");
     EXPECT_EQ(choice.defaultExtension, "bmp");
-    ExpectFlagsCleared();
 }
 
 TEST_F(ChannelsTest, ANameWithoutExtensionGetsIt) {
@@ -86,20 +97,18 @@ TEST_F(ChannelsTest, ANameWithoutExtensionGetsIt) {
     EXPECT_TRUE(std::filesystem::exists(temp / "channels.bmp"));
 }
 
-TEST_F(ChannelsTest, ADeclinedOverwriteKeepsTheFileAndClearsTheFlags) {
+TEST_F(ChannelsTest, ADeclinedOverwriteKeepsTheFile) {
     ShowIcon();
     const auto old = WriteFile(temp / "channels.bmp", std::string("old"));
     scripted.prompts.Choose(temp / "channels");
     scripted.prompts.Expect(Asked::Overwrite, false);
     EXPECT_EQ(SaveChannels(session, scripted.ports, kRedAndAlpha).end, Outcome::End::Cancelled);
     EXPECT_EQ(ReadText(old), "old");
-    ExpectFlagsCleared();
 }
 
 TEST_F(ChannelsTest, WithoutAPictureNothingIsAskedAndNothingSaved) {
     EXPECT_EQ(SaveChannels(session, scripted.ports, kRedAndAlpha).end, Outcome::End::Refused);
     EXPECT_TRUE(scripted.prompts.choices.empty());
-    ExpectFlagsCleared();
 }
 
 TEST_F(ChannelsTest, OnlyTheFlaggedChannelsAreLoaded) {
@@ -113,7 +122,6 @@ TEST_F(ChannelsTest, OnlyTheFlaggedChannelsAreLoaded) {
         }
     EXPECT_EQ(CellAt(7, 5), before.raster.At(7, 5));
     EXPECT_EQ(session.picture.width, 16);
-    ExpectFlagsCleared();
 }
 
 TEST_F(ChannelsTest, TheOpenChooserOffersPicturesWithoutGpf) {
@@ -122,7 +130,6 @@ TEST_F(ChannelsTest, TheOpenChooserOffersPicturesWithoutGpf) {
     EXPECT_EQ(choice.title, "PlSel File 4open");
     EXPECT_EQ(choice.filters,
               (std::vector<FileFilter>{{"Graphic files", {"*.bmp", "*.gif", "*.jpg", "*.png"}}}));
-    ExpectFlagsCleared();
 }
 
 TEST_F(ChannelsTest, TheEndingOfAFileToLoadMayBeInAnyCase) {
@@ -139,7 +146,6 @@ TEST_F(ChannelsTest, APngLoadsThroughTheConverter) {
     const auto png = WriteFile(temp / "PICTURE.PNG", samples::MakePng(drawing, samples::PngColour::Rgba));
     EXPECT_TRUE(Load(png).IsClean());
     EXPECT_EQ(CellAt(3, 2).r, drawing.At(3, 2).r);
-    ExpectFlagsCleared();
 }
 
 TEST_F(ChannelsTest, OtherFilesDoNothing) {
@@ -147,7 +153,6 @@ TEST_F(ChannelsTest, OtherFilesDoNothing) {
     for (const char* name : {"a.jpeg", "a.gpf", "a.bin", "bmp"}) {
         EXPECT_EQ(Load(WriteBmp(name)).end, Outcome::End::Refused) << name;
         ExpectPictureUnchanged();
-        ExpectFlagsCleared();
     }
     EXPECT_TRUE(scripted.prompts.notices.empty());
 }
@@ -156,7 +161,6 @@ TEST_F(ChannelsTest, AMissingFileIsTold) {
     EXPECT_EQ(Load(temp / "gone.txt").end, Outcome::End::Refused);
     EXPECT_EQ(scripted.prompts.NoticeTexts(),
               std::vector<std::string>{(temp / "gone.txt").string() + "\rfnExi!"});
-    ExpectFlagsCleared();
 }
 
 TEST_F(ChannelsTest, TheAnswerLosesItsTail) {
@@ -165,13 +169,12 @@ TEST_F(ChannelsTest, TheAnswerLosesItsTail) {
     EXPECT_TRUE(Load(temp / "in.bmp (").IsClean());
 }
 
-TEST_F(ChannelsTest, APictureThatIsRefusedClearsTheFlagsAndChangesNothing) {
+TEST_F(ChannelsTest, APictureThatIsRefusedChangesNothing) {
     ShowIcon();
     const auto large = WriteFile(temp / "large.bmp", samples::MakeBmp(samples::DrawIcon(241, 1, 1), 32));
     EXPECT_EQ(Load(large).end, Outcome::End::Refused);
     EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{"LarPic!"});
     ExpectPictureUnchanged();
-    ExpectFlagsCleared();
 }
 
 TEST_F(ChannelsTest, RememberingChangesTheFourSettingsOnly) {
@@ -187,7 +190,6 @@ TEST_F(ChannelsTest, RememberingChangesTheFourSettingsOnly) {
     const auto stored = LoadAppSettings(session.places.settingsFile, {});
     ASSERT_TRUE(stored);
     EXPECT_EQ(*stored, expected);
-    ExpectFlagsCleared();
 }
 
 TEST_F(ChannelsTest, RememberingTellsThatTheFileCanNotBeWrittenAndTheSettingsStay) {

@@ -25,7 +25,7 @@ class OneColourLoader final : public PictureLoader {
 
 class PicturesLoaderTest : public SessionFixture {
   protected:
-    Status Load(const std::filesystem::path& path) { return PicturesLoader(session, ports, path); }
+    Status Load(const std::filesystem::path& path) { return PicturesLoader(session, ports, path, flags); }
 
     Status LoadBytes(const Bytes& file, const std::string& name = "a.bmp") {
         return Load(WriteFile(temp / name, file));
@@ -138,6 +138,8 @@ class PicturesLoaderTest : public SessionFixture {
     Ports ports{scripted.prompts, scripted.progress, scripted.processes, loader};
     Picture before;
     std::string captionBefore;
+
+    ChannelFlags flags;
 };
 
 TEST_F(PicturesLoaderTest, ABitmapOf32BitsIsReadWithItsAlphaAndWithoutTheSystemsReaders) {
@@ -453,24 +455,24 @@ class ChannelLoadTest : public PicturesLoaderTest {
 };
 
 TEST_F(ChannelLoadTest, OnlyTheFlaggedChannelsOfTheNewPicturesCellsChange) {
-    session.channels.red = true;
-    session.channels.blue = true;
+    flags.red = true;
+    flags.blue = true;
     ASSERT_TRUE(LoadBytes(TwoByThree()));
     EXPECT_EQ(CellAt(1, 2), (Cell{101, 2, 103, 4}));
     EXPECT_EQ(CellAt(2, 0), (Cell{1, 2, 3, 4}));
 }
 
 TEST_F(ChannelLoadTest, EachFlagMeansItsOwnChannel) {
-    session.channels = {false, true, false, false};
+    flags = {false, true, false, false};
     ASSERT_TRUE(LoadBytes(TwoByThree()));
     EXPECT_EQ(CellAt(0, 0), (Cell{1, 102, 3, 4}));
-    session.channels = {false, false, false, true};
+    flags = {false, false, false, true};
     ASSERT_TRUE(LoadBytes(TwoByThree()));
     EXPECT_EQ(CellAt(0, 0), (Cell{1, 102, 3, 104}));
 }
 
 TEST_F(ChannelLoadTest, TheSizeIsTheLargerOfOldAndNew) {
-    session.channels.green = true;
+    flags.green = true;
     ASSERT_TRUE(LoadBytes(TwoByThree()));
     EXPECT_EQ(session.shown.caption, "4 x 3 :: 32bit");
 }
@@ -482,16 +484,15 @@ TEST_F(ChannelLoadTest, WithoutAFlagTheSizeIsTheNewOne) {
 }
 
 TEST_F(ChannelLoadTest, TheAlphaFlagTakesTheZeroOfAFileWithoutAlpha) {
-    session.channels.alpha = true;
+    flags.alpha = true;
     ASSERT_TRUE(LoadBytes(samples::MakeBmp(samples::DrawIcon(1, 1, 1), 24)));
     EXPECT_EQ(CellAt(0, 0), (Cell{1, 2, 3, 0}));
     EXPECT_FALSE(session.picture.RasterHasAlpha);
 }
 
-TEST_F(ChannelLoadTest, AFailedLoadKeepsTheFlags) {
-    session.channels.red = true;
+TEST_F(ChannelLoadTest, AFailedLoadChangesNoCell) {
+    flags.red = true;
     EXPECT_FALSE(LoadBytes(BitmapOfHeader(4, 4, 32, 63)));
-    EXPECT_TRUE(session.channels.red);
     EXPECT_EQ(CellAt(0, 0), (Cell{1, 2, 3, 4}));
 }
 

@@ -427,11 +427,12 @@ TEST_F(SaveAsBmpTest, ADeclinedOverwriteKeepsTheFile) {
 
 TEST_F(SaveAsBmpTest, FlaggedChannelsAreWrittenAlone) {
     ShowPlain();
-    session.channels.red = true;
-    scripted.prompts.Choose(temp / "a.bmp");
-    ASSERT_TRUE(Save().IsClean());
-    EXPECT_EQ(ReadFile(temp / "a.bmp"), ComposeBitmap(session.picture, false, session.channels));
+    constexpr ChannelFlags kRed{true, false, false, false};
+    ASSERT_TRUE(SaveBmpTo(session, scripted.ports, temp / "a.bmp", false, {}, kRed).IsClean());
+    EXPECT_EQ(ReadFile(temp / "a.bmp"), ComposeBitmap(session.picture, false, kRed));
     EXPECT_EQ(ReadFile(temp / "a.bmp").size(), 54U + 16 * 64);
+    ASSERT_TRUE(SaveAsBMP(session, temp / "b.bmp", false, kRed));
+    EXPECT_EQ(ReadFile(temp / "b.bmp"), ReadFile(temp / "a.bmp"));
 }
 
 TEST_F(SaveAsBmpTest, TheBareWriterReplacesAFileWithoutAQuestion) {

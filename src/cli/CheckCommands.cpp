@@ -1,6 +1,6 @@
 #include "cli/Command.h"
+#include "cli/CommandSession.h"
 #include "cli/PathOption.h"
-#include "cli/Run.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "patch/PatchReader.h"
 #include "session/Targets.h"
@@ -99,7 +99,7 @@ class ApplyCommand final : public Command {
     }
 
     int Write(Front& front, const Pair& pair) const {
-        cli::Run run(front, options_);
+        CommandSession run(front, options_);
         const auto mode = AskTarget(run.session, run.ports, copy_, Inputs{flash_, patch_});
         if (!mode) return front.Fail(mode.error());
         if (!*mode) return front.Report(Outcome::Cancelled());

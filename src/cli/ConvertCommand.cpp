@@ -1,7 +1,7 @@
 #include "cli/Command.h"
+#include "cli/CommandSession.h"
 #include "cli/NumberList.h"
 #include "cli/PathOption.h"
-#include "cli/Run.h"
 #include "codec/PictureEncoder.h"
 #include "core/AsciiText.h"
 #include "core/BasicCalculations_Tarsk.h"
@@ -74,7 +74,7 @@ class ConvertCommand final : public Command {
     }
 
     int Run(Front& front) override {
-        cli::Run run(front, options_);
+        CommandSession run(front, options_);
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
         if (const Status loaded = Load(run); !loaded) return front.Fail(loaded.error());
         if (!run.ports.progress.At(50)) return front.Fail(StoppedError());
@@ -85,12 +85,12 @@ class ConvertCommand final : public Command {
     }
 
   private:
-    Status Load(cli::Run& run) const {
+    Status Load(CommandSession& run) const {
         if (IsGpf(LoweredExtension(in_))) return LoadGpfWhole(run.session, in_);
         return PicturesLoader(run.session, run.ports, in_);
     }
 
-    Outcome Save(cli::Run& run) const {
+    Outcome Save(CommandSession& run) const {
         const std::string extension = LoweredExtension(out_);
         const bool hasAlpha = run.session.picture.RasterHasAlpha;
         if (extension == ".bmp") return SaveBmpTo(run.session, run.ports, out_, hasAlpha, in_);

@@ -1,7 +1,7 @@
 #include "cli/Command.h"
+#include "cli/CommandSession.h"
 #include "cli/NumberList.h"
 #include "cli/PathOption.h"
-#include "cli/Run.h"
 #include "session/SaveAllPictures.h"
 
 namespace pictavo::cli {
@@ -42,7 +42,7 @@ class ExportCommand final : public Command {
     }
 
     int Run(Front& front) override {
-        cli::Run run(front, options_);
+        CommandSession run(front, options_);
         if (const Status opened = run.OpenFlashWithTable(flash_); !opened) return front.Fail(opened.error());
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
         Batch batch{folder_, kFormats.at(format_), std::nullopt};

@@ -3,8 +3,8 @@
 #include <set>
 
 #include "cli/Command.h"
+#include "cli/CommandSession.h"
 #include "cli/PathOption.h"
-#include "cli/Run.h"
 #include "cli/Terminal.h"
 #include "session/ExtractEmbedded.h"
 #include "session/ExtractFromGpn.h"
@@ -21,14 +21,14 @@ class ExtractCommand : public Command {
 
     int Run(Front& front) override {
         CatchInterrupts();
-        cli::Run run(front, options_);
+        CommandSession run(front, options_);
         const Outcome outcome = Extract(run, source_, folder_);
         const int status = front.Report(outcome);
         return outcome.end == Outcome::End::Done ? std::max(front.Print(Result(outcome)), status) : status;
     }
 
   protected:
-    virtual Outcome Extract(cli::Run& run, const std::filesystem::path& source,
+    virtual Outcome Extract(CommandSession& run, const std::filesystem::path& source,
                             const std::filesystem::path& folder) const = 0;
 
     /// What goes to standard output.
@@ -67,7 +67,7 @@ class CarveCommand final : public ExtractCommand {
     }
 
   private:
-    Outcome Extract(cli::Run& run, const std::filesystem::path& source,
+    Outcome Extract(CommandSession& run, const std::filesystem::path& source,
                     const std::filesystem::path& folder) const override {
         static const std::map<std::string, EmbeddedKind> kKinds{
             {"gif", kEmbeddedGif}, {"png", kEmbeddedPng}, {"xml", kEmbeddedXml}};
@@ -92,7 +92,7 @@ class ExtractGpnCommand final : public ExtractCommand {
     }
 
   private:
-    Outcome Extract(cli::Run& run, const std::filesystem::path& source,
+    Outcome Extract(CommandSession& run, const std::filesystem::path& source,
                     const std::filesystem::path& folder) const override {
         return ExtractFromGpnTo(run.session, run.ports, source, folder);
     }
@@ -110,7 +110,7 @@ class ExtractPatchCommand final : public ExtractCommand {
     }
 
   private:
-    Outcome Extract(cli::Run& run, const std::filesystem::path& source,
+    Outcome Extract(CommandSession& run, const std::filesystem::path& source,
                     const std::filesystem::path& folder) const override {
         return ExtractFromPatchTo(run.session, run.ports, source, folder);
     }

@@ -1,6 +1,6 @@
 #include "cli/Command.h"
+#include "cli/CommandSession.h"
 #include "cli/PathOption.h"
-#include "cli/Run.h"
 #include "cli/Text.h"
 #include "core/FlashText.h"
 
@@ -39,7 +39,7 @@ class InfoCommand final : public Command {
     }
 
     int Run(Front& front) override {
-        cli::Run run(front, {});
+        CommandSession run(front, {});
         if (const Status opened = run.Open(flash_); !opened) return front.Fail(opened.error());
         const Json info = InfoOf(run.session);
         const int printed = front.Print(json_ ? info.dump(2) + "\n" : AsLines(info));

@@ -1,6 +1,6 @@
 #include "cli/Command.h"
+#include "cli/CommandSession.h"
 #include "cli/PathOption.h"
-#include "cli/Run.h"
 
 namespace pictavo::cli {
 
@@ -45,7 +45,7 @@ class ListCommand final : public Command {
     }
 
     int Run(Front& front) override {
-        cli::Run run(front, {});
+        CommandSession run(front, {});
         if (const Status opened = run.Open(flash_); !opened) return front.Fail(opened.error());
         const int printed = front.Print(json_ ? AsJson(run.session.rows) : AsLines(run.session.rows));
         const Status isFullflash = run.CheckIsFullflash();

@@ -1,9 +1,9 @@
 #include <algorithm>
 
 #include "cli/Command.h"
+#include "cli/CommandSession.h"
 #include "cli/NumberList.h"
 #include "cli/PathOption.h"
-#include "cli/Run.h"
 #include "codec/PictureType.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/PathText.h"
@@ -91,7 +91,7 @@ class PatchCommand final : public Command {
     }
 
     int Run(Front& front) override {
-        cli::Run run(front, options_);
+        CommandSession run(front, options_);
         if (const Status opened = run.OpenFlashWithTable(flash_); !opened) return front.Fail(opened.error());
         if (const Status target = CheckIsNoInput(run.session, patch_, SourceFiles()); !target)
             return front.Fail(target.error());
@@ -125,13 +125,13 @@ class PatchCommand final : public Command {
         return later;
     }
 
-    Outcome ReplaceAll(cli::Run& run) const {
+    Outcome ReplaceAll(CommandSession& run) const {
         if (!folder_.empty()) return ReplaceFromFolder(run.session, run.ports, folder_, *ParseBits(bits_));
         return ReplaceOneByOne(run);
     }
 
     /// One after the other, up to the first that can not be taken.
-    Outcome ChangePngs(cli::Run& run, std::string& lines) const {
+    Outcome ChangePngs(CommandSession& run, std::string& lines) const {
         for (const std::string& path : pngs_) {
             const ChangedPng changed = ChangePngFrom(run.session, run.ports, PathOf(path));
             if (!changed.outcome.IsClean()) return changed.outcome;
@@ -140,7 +140,7 @@ class PatchCommand final : public Command {
         return {};
     }
 
-    Outcome ReplaceOneByOne(cli::Run& run) const {
+    Outcome ReplaceOneByOne(CommandSession& run) const {
         Outcome whole;
         for (std::size_t i = 0; i < pictures_.size(); ++i) {
             Outcome outcome = ReplaceOne(run, *ParseReplacement(pictures_[i]));
@@ -150,7 +150,7 @@ class PatchCommand final : public Command {
         return whole;
     }
 
-    Outcome ReplaceOne(cli::Run& run, const Replacement& replacement) const {
+    Outcome ReplaceOne(CommandSession& run, const Replacement& replacement) const {
         const auto index = static_cast<std::size_t>(replacement.number);
         if (index >= run.session.rows.size()) return Outcome::Refused(NoSuchPicture(), replacement.number);
         Outcome outcome = ReplaceFrom(run.session, run.ports, index, PathOf(replacement.file),

@@ -1,8 +1,8 @@
 #include "session/PitCommands.h"
 
 #include "cli/Command.h"
+#include "cli/CommandSession.h"
 #include "cli/PathOption.h"
-#include "cli/Run.h"
 
 namespace pictavo::cli {
 
@@ -22,7 +22,7 @@ class BackupPitCommand final : public Command {
     }
 
     int Run(Front& front) override {
-        cli::Run run(front, options_);
+        CommandSession run(front, options_);
         if (const Status opened = run.OpenFlashWithTable(flash_); !opened) return front.Fail(opened.error());
         return front.Report(BackupPitTo(run.session, run.ports, folder_));
     }
@@ -51,7 +51,7 @@ class RebuildPitCommand final : public Command {
     }
 
     int Run(Front& front) override {
-        cli::Run run(front, options_);
+        CommandSession run(front, options_);
         if (const Status opened = run.OpenFlashWithTable(flash_); !opened) return front.Fail(opened.error());
         return front.Report(RebuildPitFrom(run.session, run.ports, from_, folder_));
     }

@@ -16,9 +16,9 @@ bool IsErased(const std::uint8_t* chunk) {
 }
 
 /// The run of free chunks that the search is in.
-class Run {
+class FreeRun {
   public:
-    Run(std::uint64_t needed, const std::vector<FileRange>& taken)
+    FreeRun(std::uint64_t needed, const std::vector<FileRange>& taken)
         : needed_(std::max(needed, kFreeFlashChunk)), taken_(taken) {}
 
     /// Takes in the chunks of `bytes`, which lie at `offset`. True as soon as the run is long enough.
@@ -91,7 +91,7 @@ std::vector<FileRange> Merged(std::vector<FileRange> ranges) {
 
 Result<FileRange> FindFreeFlash(const ByteSource& flash, std::uint64_t start, std::uint64_t needed,
                                 const std::vector<FileRange>& taken) {
-    Run run(needed, taken);
+    FreeRun run(needed, taken);
     std::uint64_t offset = start;
     while (offset + kFreeFlashChunk <= flash.Size()) {
         PICTAVO_TRY(ByteView view, flash.ViewAt(offset));

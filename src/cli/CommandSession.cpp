@@ -1,4 +1,4 @@
-#include "cli/Run.h"
+#include "cli/CommandSession.h"
 
 #include "cli/Terminal.h"
 #include "session/Messages.h"
@@ -47,7 +47,7 @@ void AnswerOptions::DeclareConverter(CLI::App& app) {
         ->option_text("PATH");
 }
 
-Run::Run(Front& front, const AnswerOptions& options)
+CommandSession::CommandSession(Front& front, const AnswerOptions& options)
     : ports{front.prompts, progress_, processes_, pictures_},
       progress_(front.err),
       pictures_(front.programFolder) {
@@ -56,24 +56,24 @@ Run::Run(Front& front, const AnswerOptions& options)
     front.prompts.compress = options.compress;
 }
 
-Status Run::Open(const std::filesystem::path& flash) {
+Status CommandSession::Open(const std::filesystem::path& flash) {
     return OpenFullflash(session, flash, progress_);
 }
 
-Status Run::OpenFlashWithTable(const std::filesystem::path& flash) {
+Status CommandSession::OpenFlashWithTable(const std::filesystem::path& flash) {
     CatchInterrupts();
     PICTAVO_TRY(Open(flash));
     return CheckIsFullflash();
 }
 
-Status Run::CheckIsFullflash() const {
+Status CommandSession::CheckIsFullflash() const {
     const FullflashImage& flash = session.flash;
     if (flash.pitOffset && *flash.pitOffset < flash.source->Size()) return {};
     return pictavo::Fail(ErrorKind::UnknownFile, flash.source->Path(),
                          "is no fullflash, or one cut short: it holds no picture table");
 }
 
-Status Run::NeedWorkFiles() {
+Status CommandSession::NeedWorkFiles() {
     CatchInterrupts();
     PICTAVO_TRY(RunFolder folder, RunFolder::Create());
     session.workFiles.folder = folder.Path();

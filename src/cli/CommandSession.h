@@ -28,9 +28,9 @@ struct AnswerOptions {
 };
 
 /// A session with its ports, set up as the settings file beside the executable and the options say.
-class Run {
+class CommandSession {
   public:
-    Run(Front& front, const AnswerOptions& options);
+    CommandSession(Front& front, const AnswerOptions& options);
 
     /// Opens the flash, whatever it is; after this `session.flash` is usable.
     Status Open(const std::filesystem::path& flash);

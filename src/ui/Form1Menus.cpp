@@ -67,8 +67,6 @@ constexpr std::array kEmbeddedEntries = {
     EmbeddedEntry{"mnu_Tools_FindXML", "Extract XMLs", &kEmbeddedXml},
 };
 
-constexpr int kMostMagnify = 4;
-
 Outcome SaveShownAsGpf(Session& session, Ports& ports, std::size_t, std::uint8_t typeCode) {
     return SaveAsGpf(session, ports, typeCode);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <string>
 
 #include "core/BasicCalculations_Tarsk.h"
@@ -94,7 +95,6 @@ struct AlphaInk {
 };
 
 /// A row of pixels, as points of one line. The last pixel may reach beyond the view.
-constexpr int kMostMagnify = 4;
 using Line = std::array<Ink, kViewWidth + kMostMagnify>;
 
 // What begins inside the view is inside the Raster.
@@ -138,6 +138,7 @@ void Draw(const Picture& picture, int magnify, const InkOf& inkOf, QImage& image
 }  // namespace
 
 QImage RenderPicture(const Picture& picture, const ViewState& view, QRgb background) {
+    assert(view.Magnify >= 1 && view.Magnify <= kMostMagnify);
     QImage image(kViewWidth, kViewHeight, QImage::Format_RGB32);
     image.fill(background | qRgb(0, 0, 0));
     const QRgb shown = ShownChannels(view);

@@ -12,9 +12,12 @@ namespace pictavo {
 inline constexpr int kViewWidth = 241;
 inline constexpr int kViewHeight = 321;
 
+/// The largest factor that a picture is shown with.
+inline constexpr int kMostMagnify = 4;
+
 /// How the user wants the picture shown.
 struct ViewState {
-    int Magnify = 1;  ///< 1 to 4: a pixel begins this many points after its neighbour
+    int Magnify = 1;  ///< 1 to kMostMagnify: a pixel begins this many points after its neighbour
     bool showsRed = true;
     bool showsGreen = true;
     bool showsBlue = true;

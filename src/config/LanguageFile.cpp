@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <system_error>
 
 #include "core/LineReader.h"
 #include "core/OutputFile.h"
 #include "core/PathText.h"
+#include "core/SystemNames.h"
 
 namespace pictavo {
 
@@ -188,11 +188,10 @@ std::filesystem::path LanguagePath(const std::filesystem::path& folder, const st
 }
 
 bool HoldsLanguageFile(const std::filesystem::path& folder) {
-    std::error_code error;
-    std::filesystem::directory_iterator entry(folder, error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
-        if (entry->path().extension() == kExtension) return true;
-    return false;
+    const auto names = system_file::FileNamesIn(folder);
+    return names && std::any_of(names->begin(), names->end(), [](const std::filesystem::path& name) {
+               return name.extension() == kExtension;
+           });
 }
 
 }  // namespace

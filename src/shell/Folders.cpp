@@ -8,12 +8,6 @@ namespace {
 
 constexpr const char* kSettingsName = "Pictavo.ini";
 
-/// A file or anything else of that name: what is there is not passed over.
-bool Exists(const std::filesystem::path& path) {
-    std::error_code error;
-    return std::filesystem::exists(std::filesystem::symlink_status(path, error));
-}
-
 /// Tried out, since rights alone do not tell; the file that is begun leaves nothing behind.
 bool CanBeCreated(const std::filesystem::path& path) {
     return OutputFile::Create(path).has_value();
@@ -30,8 +24,8 @@ std::filesystem::path InUserFolder(const std::filesystem::path& userFolder) {
 std::filesystem::path SettingsFile(const std::filesystem::path& programFolder,
                                    const std::filesystem::path& userFolder) {
     const std::filesystem::path beside = programFolder / kSettingsName;
-    if (userFolder.empty() || Exists(beside)) return beside;
-    if (Exists(userFolder / kSettingsName)) return userFolder / kSettingsName;
+    if (userFolder.empty() || !NameIsFree(beside)) return beside;
+    if (!NameIsFree(userFolder / kSettingsName)) return userFolder / kSettingsName;
     return CanBeCreated(beside) ? beside : InUserFolder(userFolder);
 }
 

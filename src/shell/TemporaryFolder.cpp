@@ -1,13 +1,14 @@
 #include "shell/TemporaryFolder.h"
 
+#include "core/SystemNames.h"
 #include "shell/Variable.h"
 
 namespace pictavo {
 
 std::filesystem::path NamedTemporaryFolder() {
     const std::filesystem::path named = PathOfVariable("TMP");
-    std::error_code error;
-    return std::filesystem::is_directory(named, error) ? named : std::filesystem::path();
+    const bool isFolder = system_file::TypeOfFile(named) == std::filesystem::file_type::directory;
+    return isFolder ? named : std::filesystem::path();
 }
 
 std::filesystem::path SystemTemporaryFolder() {

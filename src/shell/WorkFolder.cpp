@@ -1,8 +1,10 @@
 #include "shell/WorkFolder.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "core/SystemFile.h"
+#include "core/SystemNames.h"
 #include "shell/TemporaryFolder.h"
 
 namespace pictavo {
@@ -14,11 +16,10 @@ constexpr const char* kWorkFileExtension = ".gpf2";
 
 /// What can not be looked into counts as holding some.
 bool HoldsWorkFiles(const std::filesystem::path& folder) {
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error))
-        if (entry->path().extension() == kWorkFileExtension) return true;
-    return static_cast<bool>(error);
+    const auto names = system_file::FileNamesIn(folder);
+    return !names || std::any_of(names->begin(), names->end(), [](const std::filesystem::path& name) {
+        return name.extension() == kWorkFileExtension;
+    });
 }
 
 }  // namespace

@@ -3,18 +3,17 @@
 #include "cli/Terminal.h"
 #include "session/Messages.h"
 #include "session/OpenFullflash.h"
+#include "shell/Folders.h"
 #include "shell/ProgramFolder.h"
 
 namespace pictavo::cli {
 
 namespace {
 
-constexpr const char* kSettingsFile = "Pictavo.ini";
-
 AppSettings SettingsFor(Front& front, const AnswerOptions& options) {
     AppSettings settings;
     settings.nConvert = PathText(ConverterProgram(front.programFolder));
-    const std::filesystem::path file = front.programFolder / kSettingsFile;
+    const std::filesystem::path file = front.programFolder / kSettingsFileName;
     if (auto loaded = LoadAppSettings(file, settings))
         settings = std::move(*loaded);
     else

@@ -6,8 +6,6 @@ namespace pictavo {
 
 namespace {
 
-constexpr const char* kSettingsName = "Pictavo.ini";
-
 /// Tried out, since rights alone do not tell; the file that is begun leaves nothing behind.
 bool CanBeCreated(const std::filesystem::path& path) {
     return OutputFile::Create(path).has_value();
@@ -16,16 +14,16 @@ bool CanBeCreated(const std::filesystem::path& path) {
 /// The saving tells why when the folder can not be made.
 std::filesystem::path InUserFolder(const std::filesystem::path& userFolder) {
     static_cast<void>(EnsureFolder(userFolder));
-    return userFolder / kSettingsName;
+    return userFolder / kSettingsFileName;
 }
 
 }  // namespace
 
 std::filesystem::path SettingsFile(const std::filesystem::path& programFolder,
                                    const std::filesystem::path& userFolder) {
-    const std::filesystem::path beside = programFolder / kSettingsName;
+    const std::filesystem::path beside = programFolder / kSettingsFileName;
     if (userFolder.empty() || !NameIsFree(beside)) return beside;
-    if (!NameIsFree(userFolder / kSettingsName)) return userFolder / kSettingsName;
+    if (!NameIsFree(userFolder / kSettingsFileName)) return userFolder / kSettingsFileName;
     return CanBeCreated(beside) ? beside : InUserFolder(userFolder);
 }
 

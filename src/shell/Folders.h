@@ -7,6 +7,8 @@
 
 namespace pictavo {
 
+inline constexpr const char* kSettingsFileName = "Pictavo.ini";
+
 /// The user's configuration folder, which need not exist; empty when the system knows none.
 std::filesystem::path UserFolder();
 

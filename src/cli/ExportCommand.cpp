@@ -45,20 +45,20 @@ class ExportCommand final : public Command {
         CommandSession run(front, options_);
         if (const Status opened = run.OpenFlashWithTable(flash_); !opened) return front.Fail(opened.error());
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
-        Batch batch{folder_, kFormats.at(format_), std::nullopt};
-        if (!pictures_.empty()) batch.numbers = ParseNumberList(pictures_);
-        Outcome outcome = SavePictures(run.session, run.ports, batch);
-        NoteMissing(run.session, batch, outcome);
+        SaveRequest request{folder_, kFormats.at(format_), std::nullopt};
+        if (!pictures_.empty()) request.numbers = ParseNumberList(pictures_);
+        Outcome outcome = SavePictures(run.session, run.ports, request);
+        NoteMissing(run.session, request, outcome);
         const int status = front.Report(outcome);
         if (outcome.end == Outcome::End::Refused) return status;
         return std::max(front.Print("exported " + std::to_string(outcome.written) + "\n"), status);
     }
 
   private:
-    void NoteMissing(const Session& session, const Batch& batch, Outcome& outcome) const {
-        if (!batch.numbers) return;
+    void NoteMissing(const Session& session, const SaveRequest& request, Outcome& outcome) const {
+        if (!request.numbers) return;
         const auto rows = static_cast<int>(session.rows.size());
-        const std::set<int> missing(batch.numbers->lower_bound(rows), batch.numbers->end());
+        const std::set<int> missing(request.numbers->lower_bound(rows), request.numbers->end());
         if (missing.size() > kMostLines) return NoteManyMissing(missing, outcome);
         const Error error{ErrorKind::NoSuchPicture, flash_, std::nullopt,
                           "the flash has no picture of this number"};

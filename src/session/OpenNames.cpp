@@ -47,7 +47,7 @@ Outcome SaveBy(SaveCommand command, Session& session, Ports& ports) {
 }
 
 /// Several names at work.
-struct Batch {
+struct NamesAtWork {
     Session& session;
     Ports& ports;
     UnattendedPrompts unattended{ports.prompts};
@@ -62,30 +62,30 @@ void Add(Outcome part, Outcome& whole) {
 }
 
 /// Saves the picture beside its file, by the command recorded.
-Outcome Save(Batch& batch) {
-    if (!batch.recorded) return {};
-    Ports ports{batch.unattended, batch.ports.progress, batch.ports.processes, batch.ports.pictures};
-    Outcome outcome = SaveBy(*batch.recorded, batch.session, ports);
-    for (const Problem& problem : outcome.problems) Tell(batch.session, batch.ports, problem.error);
+Outcome Save(NamesAtWork& work) {
+    if (!work.recorded) return {};
+    Ports ports{work.unattended, work.ports.progress, work.ports.processes, work.ports.pictures};
+    Outcome outcome = SaveBy(*work.recorded, work.session, ports);
+    for (const Problem& problem : outcome.problems) Tell(work.session, work.ports, problem.error);
     return outcome;
 }
 
-Outcome PickAndSave(Batch& batch) {
-    const auto picked = batch.ports.prompts.ChooseSaveCommand();
+Outcome PickAndSave(NamesAtWork& work) {
+    const auto picked = work.ports.prompts.ChooseSaveCommand();
     if (!picked) return {};
-    batch.recorded = picked;
-    batch.unattended.ForgetAnswers();
-    return Save(batch);
+    work.recorded = picked;
+    work.unattended.ForgetAnswers();
+    return Save(work);
 }
 
-Outcome OfferSaving(Batch& batch, const std::filesystem::path& path) {
-    batch.unattended.SetBaseName(BaseName(path));
-    return batch.appliesToAll ? Save(batch) : PickAndSave(batch);
+Outcome OfferSaving(NamesAtWork& work, const std::filesystem::path& path) {
+    work.unattended.SetBaseName(BaseName(path));
+    return work.appliesToAll ? Save(work) : PickAndSave(work);
 }
 
 /// Kept: it is asked after every file that was tried, be it a flash, one that did not open, or the last.
-void AskApplyToAll(Batch& batch) {
-    if (!batch.appliesToAll) batch.appliesToAll = batch.ports.prompts.Confirm(ApplyToAllQuestion());
+void AskApplyToAll(NamesAtWork& work) {
+    if (!work.appliesToAll) work.appliesToAll = work.ports.prompts.Confirm(ApplyToAllQuestion());
 }
 
 FileKind KindOpened(const Outcome& opened, FileKind kind) {
@@ -93,24 +93,24 @@ FileKind KindOpened(const Outcome& opened, FileKind kind) {
 }
 
 /// Opens one of several files, and offers to save the picture that was loaded from it.
-void OpenInBatch(Batch& batch, const std::filesystem::path& path, const FileShown& shown, Outcome& outcome) {
+void OpenInBatch(NamesAtWork& work, const std::filesystem::path& path, const FileShown& shown,
+                 Outcome& outcome) {
     const FileKind kind = KindOnCommandLine(path);
-    Outcome opened = OpenAs(batch.session, batch.ports, path, kind);
+    Outcome opened = OpenAs(work.session, work.ports, path, kind);
     const FileKind kindOpened = KindOpened(opened, kind);
     Add(std::move(opened), outcome);
     shown(kindOpened);
-    if (kindOpened == FileKind::Gpf || kindOpened == FileKind::Picture)
-        Add(OfferSaving(batch, path), outcome);
-    if (kind != FileKind::Unknown) AskApplyToAll(batch);
+    if (kindOpened == FileKind::Gpf || kindOpened == FileKind::Picture) Add(OfferSaving(work, path), outcome);
+    if (kind != FileKind::Unknown) AskApplyToAll(work);
 }
 
 Outcome OpenSeveral(Session& session, Ports& ports, const std::vector<std::string>& names,
                     const FileShown& shown) {
     ports.prompts.Tell({"", session.texts.str_MultFFound});
-    Batch batch{session, ports};
+    NamesAtWork work{session, ports};
     Outcome outcome;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        OpenInBatch(batch, PathOf(names[i]), shown, outcome);
+        OpenInBatch(work, PathOf(names[i]), shown, outcome);
         if (!GoOn(ports, i + 1, names.size(), outcome)) break;
     }
     if (outcome.written > 0 && !WasStopped(outcome)) ports.prompts.Tell(Completion(session.texts));

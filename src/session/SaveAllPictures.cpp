@@ -95,16 +95,16 @@ void SaveRowInto(Session& session, Ports& ports, std::size_t index, BatchFormat 
     outcome.written += *written;
 }
 
-bool IsMeant(const Batch& batch, int number) {
-    return !batch.numbers || batch.numbers->contains(number);
+bool IsMeant(const SaveRequest& request, int number) {
+    return !request.numbers || request.numbers->contains(number);
 }
 
 /// All rows that are meant, until the user stops it.
-Outcome SaveRows(Session& session, Ports& ports, const Batch& batch, TargetFolder& folder) {
+Outcome SaveRows(Session& session, Ports& ports, const SaveRequest& request, TargetFolder& folder) {
     Outcome outcome;
     for (std::size_t index = 0; index < session.rows.size(); ++index) {
-        if (IsMeant(batch, session.rows[index].number))
-            SaveRowInto(session, ports, index, batch.format, folder, outcome);
+        if (IsMeant(request, session.rows[index].number))
+            SaveRowInto(session, ports, index, request.format, folder, outcome);
         if (!GoOn(ports, index + 1, session.rows.size(), outcome)) break;
     }
     return outcome;
@@ -112,14 +112,14 @@ Outcome SaveRows(Session& session, Ports& ports, const Batch& batch, TargetFolde
 
 }  // namespace
 
-Outcome SavePictures(Session& session, Ports& ports, const Batch& batch) {
-    if (batch.format == BatchFormat::Png)
+Outcome SavePictures(Session& session, Ports& ports, const SaveRequest& request) {
+    if (request.format == BatchFormat::Png)
         if (const Status converter = CheckConverter(session); !converter)
             return Refuse(session, ports, converter.error());
-    auto folder = TargetFolder::Open(batch.folder);
+    auto folder = TargetFolder::Open(request.folder);
     if (!folder) return Refuse(session, ports, folder.error());
-    Outcome outcome = SaveRows(session, ports, batch, *folder);
-    if (batch.format == BatchFormat::Png) RemovePngTemporaries(session);
+    Outcome outcome = SaveRows(session, ports, request, *folder);
+    if (request.format == BatchFormat::Png) RemovePngTemporaries(session);
     TellBatchEnd(session, ports, outcome);
     return outcome;
 }

@@ -12,7 +12,7 @@ namespace pictavo {
 
 enum class BatchFormat { Bmp, Gpf, Gpf2, Png };
 
-struct Batch {
+struct SaveRequest {
     std::filesystem::path folder;
     BatchFormat format = BatchFormat::Bmp;
     std::optional<std::set<int>> numbers;  ///< only these pictures; all when nothing
@@ -27,6 +27,6 @@ Outcome SaveAsGpfs(Session& session, Ports& ports);
 /// picture that can not be decoded gives no file; one that the flash ends inside is written with what there
 /// is; both, and outputs that fail, are problems of the outcome, and the others go on. A declined overwrite
 /// skips that one file.
-Outcome SavePictures(Session& session, Ports& ports, const Batch& batch);
+Outcome SavePictures(Session& session, Ports& ports, const SaveRequest& request);
 
 }  // namespace pictavo

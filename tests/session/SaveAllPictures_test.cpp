@@ -250,8 +250,8 @@ TEST_F(SaveAllPicturesTest, APictureThatTheFlashEndsInsideIsWrittenWithZerosAndR
 
 TEST_F(SaveAllPicturesTest, OnlyTheNumbersMeantAreWritten) {
     Open(FourIcons());
-    const Batch batch{out, BatchFormat::Bmp, std::set<int>{1, 3, 99}};
-    EXPECT_EQ(SavePictures(session, scripted.ports, batch).written, 2U);
+    const SaveRequest request{out, BatchFormat::Bmp, std::set<int>{1, 3, 99}};
+    EXPECT_EQ(SavePictures(session, scripted.ports, request).written, 2U);
     EXPECT_EQ(ListNames(out), (std::vector<std::string>{"1.bmp", "3.bmp"}));
 }
 

@@ -40,13 +40,14 @@ std::string ByteToBits(std::uint8_t value);
 Result<std::int16_t> BitsToNumber(std::string_view bits);
 
 /// The plain decimal form of a number given as text. Kept: the place of the sign is dropped, so "-12" gives
-/// "12"; callers pass counts and sizes. Fails with Malformed on a text that is no number.
+/// "12"; callers pass counts and sizes. One of the set, though no command uses it. Fails with Malformed on a
+/// text that is no number.
 Result<std::string> NumberText(std::string_view text);
 
 /// `text` filled up with "0" to `width` characters, on the left or on the right; never cut.
 std::string PadZeros(std::string text, std::size_t width, bool left);
 
-/// `count` NUL characters, at most 254; 255 fails with Overflow.
+/// `count` NUL characters, at most 254; 255 fails with Overflow. One of the set, though no command uses it.
 Result<std::string> NulString(std::uint8_t count);
 
 /// True unless `path` is a regular file that can be opened for reading. A folder or a pipe counts as missing,

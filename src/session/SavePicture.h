@@ -33,8 +33,8 @@ Outcome SaveBmpTo(Session& session, Ports& ports, const std::filesystem::path& p
 Outcome SavePngTo(Session& session, Ports& ports, const std::filesystem::path& path, bool withAlpha,
                   const std::filesystem::path& input = {});
 
-/// Writes the Raster as a bitmap, whole pixels or the flagged channels; a file of that name is replaced. A
-/// procedure of the system that no command uses.
+/// Writes the Raster as a bitmap, whole pixels or the flagged channels; a file of that name is replaced
+/// without a question. No command uses it: SaveBmpTo asks first.
 Status SaveAsBMP(const Session& session, const std::filesystem::path& path, bool withAlpha,
                  const ChannelFlags& flags = {});
 

@@ -36,7 +36,8 @@ class CFileAssociation {
     /// Sets the command of the type's verb `strText`.
     void CreateContextMenuItem(const std::string& strText, const std::string& strCommand);
 
-    /// Deletes the keys of extension and type, one deletion each. Nothing when either name is empty.
+    /// Deletes the keys of extension and type, one deletion each. Nothing when either name is empty. The
+    /// counterpart of CreateAssociation, though no command uses it.
     void DeleteAssociation();
 
     /// The first failure of a write since the object was made.

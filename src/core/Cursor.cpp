@@ -1,12 +1,10 @@
 #include "core/Cursor.h"
 
 #include <algorithm>
-#include <cassert>
 
 namespace pictavo {
 
 const std::uint8_t* Cursor::TakeAcross(std::size_t length) {
-    assert(length <= kLongestTake);
     const std::uint64_t position = Position();
     std::fill_n(gathered_.begin(), length, std::uint8_t{0});
     if (health_) {

@@ -5,6 +5,7 @@
 /// nothing else may read its source: the cursor holds a view into it.
 
 #include <array>
+#include <cassert>
 
 #include "core/ByteSource.h"
 
@@ -22,6 +23,7 @@ class Cursor {
 
     /// The next `length` bytes (at most kLongestTake), valid until the next call.
     const std::uint8_t* Take(std::size_t length) {
+        assert(length <= kLongestTake);
         if (view_.size() - next_ < length) return TakeAcross(length);
         const std::uint8_t* bytes = view_.data() + next_;
         next_ += length;

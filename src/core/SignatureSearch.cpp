@@ -2,12 +2,18 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 
 namespace pictavo {
 
 namespace {
 
 using Place = std::optional<std::uint64_t>;
+
+[[maybe_unused]] bool IsSearchable(const Signature& signature) {
+    const std::size_t length = signature.bytes.size();
+    return length >= 1 && length <= Signature::kLongest && signature.rarest < length;
+}
 
 std::size_t AtMost(std::size_t size, std::uint64_t most) {
     return static_cast<std::size_t>(std::min<std::uint64_t>(size, most));
@@ -46,6 +52,7 @@ Result<Place> FindNear(const ByteSource& source, const Signature& signature, std
 Result<std::optional<std::uint64_t>> FindSignature(const ByteSource& source, const Signature& signature,
                                                    std::uint64_t from, std::uint64_t limit,
                                                    const SearchStep& step) {
+    assert(IsSearchable(signature));
     while (from < limit) {
         if (!step(from)) return Fail(ErrorKind::Stopped, "stopped before the end");
         PICTAVO_TRY(ByteView view, source.ViewAt(from));

@@ -14,7 +14,8 @@ struct Signature {
     static constexpr std::size_t kLongest = 16;
 
     std::string_view bytes;  ///< 1 to kLongest
-    /// Index of the byte that flash and text hold least of: the search looks for that one first.
+    /// Index, within `bytes`, of the byte that flash and text hold least of: the search looks for that one
+    /// first.
     std::size_t rarest = 0;
 };
 

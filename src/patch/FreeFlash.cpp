@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstring>
 
 namespace pictavo {
@@ -13,6 +14,11 @@ bool IsErased(const std::uint8_t* chunk) {
     static_assert(sizeof halves == kFreeFlashChunk);
     std::memcpy(halves.data(), chunk, sizeof halves);
     return (halves[0] & halves[1]) == ~std::uint64_t{0};
+}
+
+[[maybe_unused]] bool AreMerged(const std::vector<FileRange>& ranges) {
+    const auto meet = [](const FileRange& one, const FileRange& next) { return next.begin <= one.end; };
+    return std::adjacent_find(ranges.begin(), ranges.end(), meet) == ranges.end();
 }
 
 /// The run of free chunks that the search is in.
@@ -91,6 +97,7 @@ std::vector<FileRange> Merged(std::vector<FileRange> ranges) {
 
 Result<FileRange> FindFreeFlash(const ByteSource& flash, std::uint64_t start, std::uint64_t needed,
                                 const std::vector<FileRange>& taken) {
+    assert(AreMerged(taken));
     FreeRun run(needed, taken);
     std::uint64_t offset = start;
     while (offset + kFreeFlashChunk <= flash.Size()) {

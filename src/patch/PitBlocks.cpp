@@ -1,5 +1,7 @@
 #include "patch/PitBlocks.h"
 
+#include <cassert>
+
 #include "core/BasicCalculations_Tarsk.h"
 #include "patch/PitRecord.h"
 
@@ -92,6 +94,7 @@ Result<RebuildSource> ReadRebuildSource(const FullflashImage& flash, const Pictu
 
 Status RebuildBlocks(const FullflashImage& flash, const std::vector<RebuildSource>& sources,
                      const RebuildOutputs& outputs, const std::function<bool(std::size_t row)>& step) {
+    assert(!sources.empty());
     const std::uint64_t bound = sources.back().record.picOffset;
     std::uint64_t offset = sources.front().record.picOffset;
     std::size_t row = 0;

@@ -50,9 +50,10 @@ struct RebuildOutputs {
 };
 
 /// Writes the new table and block, picture after picture, each on a sixteen-byte step from the block's start.
-/// `step` is told of each row that is done (counted from 1) and may stop the work (Stopped).
-/// Kept: after each picture, the last one included, the block must not pass the place where the old last
-/// picture began (reaching it is fine): else BlockTooLarge, and both files stand as far as they were written.
+/// There is at least one source. `step` is told of each row that is done (counted from 1) and may stop the
+/// work (Stopped). Kept: after each picture, the last one included, the block must not pass the place where
+/// the old last picture began (reaching it is fine): else BlockTooLarge, and both files stand as far as they
+/// were written.
 Status RebuildBlocks(const FullflashImage& flash, const std::vector<RebuildSource>& sources,
                      const RebuildOutputs& outputs, const std::function<bool(std::size_t row)>& step);
 

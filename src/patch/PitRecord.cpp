@@ -1,6 +1,7 @@
 #include "patch/PitRecord.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "core/PitRecordLayout.h"
 
@@ -9,6 +10,11 @@ namespace pictavo {
 namespace {
 
 constexpr int kLargestShortSize = 255;
+
+[[maybe_unused]] bool FitsFields(const PitRecordLayout& layout, const GpfHeader& header) {
+    const int mostSize = layout.sizeBytes == 1 ? 0xFF : 0xFFFF;
+    return std::max(header.width, header.height) <= mostSize && header.type <= 0xFF;
+}
 
 /// A width or height, low byte first.
 void PutSize(MutableByteView into, const PitRecordLayout& layout, std::uint16_t size) {
@@ -36,6 +42,7 @@ Status CheckFitsRecord(const FullflashImage& flash, const GpfHeader& header) {
 
 Bytes ComposePitRecord(const FullflashImage& flash, const GpfHeader& header, const StoredAddress& address) {
     const PitRecordLayout& layout = RecordLayoutOf(flash);
+    assert(FitsFields(layout, header));
     Bytes record(layout.Bytes());
     const MutableByteView view(record);
     PutSize(view, layout, header.width);

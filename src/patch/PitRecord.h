@@ -19,7 +19,8 @@ StoredAddress StoredAddressOf(std::uint64_t fileOffset);
 /// records hold one byte of width and of height, and every record one byte of type.
 Status CheckFitsRecord(const FullflashImage& flash, const GpfHeader& header);
 
-/// The record, in the flash's form: 8 bytes, or 12 in the long one. The picture must fit it.
+/// The record, in the flash's form: 8 bytes, or 12 in the long one. Size and type
+/// must fit their fields.
 Bytes ComposePitRecord(const FullflashImage& flash, const GpfHeader& header, const StoredAddress& address);
 
 }  // namespace pictavo

@@ -1,6 +1,7 @@
 #include "patch/PngPatch.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "codec/PngFormat.h"
 #include "core/SignatureSearch.h"
@@ -19,6 +20,10 @@ Status CheckPngBegins(const ByteSource& flash, std::uint64_t start) {
     PICTAVO_TRY([[maybe_unused]] const std::size_t count, flash.ReadAt(start, found));
     if (AsText(found) == kPngSignature) return {};
     return Fail(ErrorKind::Malformed, flash.Path(), start, "no PNG file begins there");
+}
+
+bool Fits(const FileRange& place, std::uint64_t length) {
+    return length <= place.Length() + kAllowance;
 }
 
 /// The new file, and FF over what is left of the old one.
@@ -41,7 +46,7 @@ Result<FileRange> FindPngInFlash(const ByteSource& flash, std::uint64_t start) {
 }
 
 Status CheckPngFits(const ByteSource& flash, const FileRange& place, std::uint64_t length) {
-    if (length <= place.Length() + kAllowance) return {};
+    if (Fits(place, length)) return {};
     return Fail(ErrorKind::PngTooLarge, flash.Path(), place.begin, "Too large size!");
 }
 
@@ -51,6 +56,7 @@ FileRange PngSectionRange(const FileRange& place, std::uint64_t length) {
 
 Result<std::string> PngSection(const ByteSource& flash, const FileRange& place, const std::string& name,
                                ByteView newPng) {
+    assert(Fits(place, newPng.size()));
     const Bytes newBytes = NewBytes(place, newPng);
     PICTAVO_TRY(const Bytes oldBytes, flash.ReadExactly(place.begin, newBytes.size()));
     // The new file has lines of its own, and the FF behind it too.

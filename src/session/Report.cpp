@@ -1,6 +1,7 @@
 #include "session/Report.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "core/ErrorText.h"
 #include "core/PictureTable.h"
@@ -17,6 +18,7 @@ std::string ProblemLine(const Problem& problem) {
 }
 
 std::string ProblemLines(const std::vector<Problem>& problems) {
+    assert(!problems.empty());
     std::string text;
     for (std::size_t i = 0; i < std::min(problems.size(), kMostLines); ++i)
         text += ProblemLine(problems[i]) + "\r";

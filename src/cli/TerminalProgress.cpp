@@ -1,5 +1,6 @@
 #include "cli/TerminalProgress.h"
 
+#include <algorithm>
 #include <ostream>
 
 #include "cli/Terminal.h"
@@ -20,7 +21,7 @@ TerminalProgress::~TerminalProgress() {
 }
 
 bool TerminalProgress::At(double percent) {
-    const int whole = static_cast<int>(percent);
+    const int whole = static_cast<int>(std::clamp(percent, 0.0, 100.0));
     const bool isLong = std::chrono::steady_clock::now() - start_ > kPatience;
     if (isTerminal_ && isLong && whole != drawnPercent_) {
         const auto filled = static_cast<std::size_t>(whole * kBarWidth / 100);

@@ -26,7 +26,8 @@ struct Opened {
 /// Opens a regular file read-only, without ever blocking. Fails with FileMissing.
 Result<Opened> OpenForReading(const std::filesystem::path& path);
 
-/// Reads into all of `into` from `offset`; fewer bytes come back only at the end of the file.
+/// Reads into all of `into` from `offset`; fewer bytes come back only at the end of the file. Fails with
+/// ReadFailed, naming no file.
 Result<std::size_t> ReadAt(Handle handle, std::uint64_t offset, MutableByteView into);
 
 /// Creates a file without a name in `folder`, with the rights that the user's mask leaves; it vanishes with
@@ -47,7 +48,7 @@ Status Write(Handle handle, ByteView bytes, const std::filesystem::path& path);
 /// Writes all of `bytes` at `offset`. Fails with WriteFailed.
 Status WriteAt(Handle handle, std::uint64_t offset, ByteView bytes, const std::filesystem::path& path);
 
-/// Waits until what was written stands on the disk.
+/// Waits until what was written stands on the disk. Fails with WriteFailed.
 Status Sync(Handle handle, const std::filesystem::path& path);
 
 /// Makes a name that was given in `folder` durable. Best effort: some file systems refuse it, and the file is
@@ -65,6 +66,7 @@ Status RenameKeeping(const std::filesystem::path& from, const std::filesystem::p
                      Durability durability);
 
 /// Creates a folder that only this user can enter, under a name that begins with `prefix`, in `parent`.
+/// Fails with WriteFailed, naming `parent`.
 Result<std::filesystem::path> CreatePrivateFolder(const std::filesystem::path& parent,
                                                   const std::string& prefix);
 

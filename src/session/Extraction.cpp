@@ -26,7 +26,9 @@ Result<std::optional<ExtractedFile>> ExtractedFile::Begin(const Session& session
 }
 
 bool TellPosition(Ports& ports, std::uint64_t position, const ByteSource& source) {
-    return ports.progress.At(100.0 * static_cast<double>(position) / static_cast<double>(source.Size()));
+    const bool isDone = position >= source.Size();
+    const double part = isDone ? 1.0 : static_cast<double>(position) / static_cast<double>(source.Size());
+    return ports.progress.At(100.0 * part);
 }
 
 }  // namespace pictavo

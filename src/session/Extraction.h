@@ -34,7 +34,7 @@ struct ExtractedFile {
                                                       const std::filesystem::path& source);
 };
 
-/// Tells how much of `source` is done; false asks to stop.
+/// Tells how much of `source` is done, all of it when it is empty; false asks to stop.
 bool TellPosition(Ports& ports, std::uint64_t position, const ByteSource& source);
 
 }  // namespace pictavo

@@ -80,8 +80,8 @@ class Progress {
   public:
     virtual ~Progress() = default;
 
-    /// Told between two pictures how much is done, in percent; the only moment at which a command yields.
-    /// False asks it to stop.
+    /// Told between two pictures how much is done, 0 to 100 percent; the only moment at which a command
+    /// yields. False asks it to stop, which a command heeds unless its header says otherwise.
     virtual bool At(double percent) = 0;
 };
 

@@ -19,7 +19,8 @@ namespace {
 constexpr std::size_t kExtensionLength = 4;  // of ".png"
 constexpr std::size_t kMostDigits = 8;
 
-std::string BaseName(const std::filesystem::path& path) {
+/// The file's name without its last four characters, whatever they are.
+std::string WithoutFourLast(const std::filesystem::path& path) {
     std::string name = PathText(path.filename());
     name.resize(name.size() - std::min(name.size(), kExtensionLength));
     return name;
@@ -27,7 +28,7 @@ std::string BaseName(const std::filesystem::path& path) {
 
 /// The offset that the base name tells.
 Result<std::uint64_t> PlaceNamed(const std::filesystem::path& path) {
-    const std::string name = BaseName(path);
+    const std::string name = WithoutFourLast(path);
     if (!IsHex(name) || name.size() > kMostDigits)
         return Fail(ErrorKind::Malformed, path,
                     "is not named by the offset of the PNG file that it replaces, such as 0012AB40.png");
@@ -70,7 +71,7 @@ Result<NewPng> ReadNewPng(const Session& session, const std::filesystem::path& p
     PICTAVO_TRY(CheckPngFits(flash, place, file->Size()));
     PICTAVO_TRY(CheckMeetsNoPicture(session, PngSectionRange(place, file->Size())));
     PICTAVO_TRY(Bytes bytes, file->ReadExactly(0, file->Size()));
-    return NewPng{BaseName(path), place, std::move(bytes)};
+    return NewPng{WithoutFourLast(path), place, std::move(bytes)};
 }
 
 /// The pending patch is written anew as a whole, so that it is never half.

@@ -35,7 +35,7 @@ std::string Unquoted(std::string name) {
 }
 
 /// Kept: the dot stays, and the letters of another extension are put behind it.
-std::filesystem::path BaseName(const std::filesystem::path& path) {
+std::filesystem::path UpToExtension(const std::filesystem::path& path) {
     std::filesystem::path::string_type name = path.native();
     name.resize(name.size() - (NamesGpf2(path) ? kGpf2Letters : kExtensionLetters));
     return name;
@@ -79,7 +79,7 @@ Outcome PickAndSave(NamesAtWork& work) {
 }
 
 Outcome OfferSaving(NamesAtWork& work, const std::filesystem::path& path) {
-    work.unattended.SetBaseName(BaseName(path));
+    work.unattended.SetBaseName(UpToExtension(path));
     return work.appliesToAll ? Save(work) : PickAndSave(work);
 }
 

@@ -45,7 +45,7 @@ constexpr const char* kConverterExtension = "";  // "lng" would turn nconvert in
 
 /// What stands before the last dot of the file's name; the folder is dropped, since the file is always looked
 /// for beside the program.
-std::string BaseName(const std::filesystem::path& path) {
+std::string Stem(const std::filesystem::path& path) {
     const std::string name = PathText(path.filename());
     return name.substr(0, name.rfind('.'));
 }
@@ -177,7 +177,7 @@ void Form2::ChooseLanguage() {
                                                           "",
                                                           "lng",
                                                           LanguageFolder(session_.places.languageFolders)}));
-    if (!path.empty()) Text("Text2").setText(Shown(BaseName(path)));
+    if (!path.empty()) Text("Text2").setText(Shown(Stem(path)));
 }
 
 void Form2::ChooseConverter() {

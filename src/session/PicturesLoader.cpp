@@ -50,7 +50,7 @@ Result<Import> ImportConverted(PictureLoader& loader, const std::filesystem::pat
 Error ConversionError(const Session& session, const std::filesystem::path& png, const Error& ofBitmap) {
     if (ofBitmap.kind == ErrorKind::TooLarge) return WithPath(ofBitmap, png);
     return {ErrorKind::ConverterFailed, png, std::nullopt,
-            "the converter " + PathText(session.Converter()) + " made no bitmap of it that can be read (" +
+            "the converter " + PathText(ConverterOf(session)) + " made no bitmap of it that can be read (" +
                 ofBitmap.detail + ")"};
 }
 

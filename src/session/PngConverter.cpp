@@ -43,10 +43,10 @@ Result<std::filesystem::path> Convert(const Session& session, ProcessRunner& pro
                                       const std::filesystem::path& input) {
     PICTAVO_TRY(CheckConverter(session));
     PICTAVO_TRY(ClearTheWay(output));
-    processes.RunAndWait(session.Converter(), Arguments(format, withAlpha, output, input));
+    processes.RunAndWait(ConverterOf(session), Arguments(format, withAlpha, output, input));
     if (!FileMissing(output)) return output;
     return Fail(ErrorKind::ConverterFailed,
-                "the converter " + PathText(session.Converter()) + " wrote no output");
+                "the converter " + PathText(ConverterOf(session)) + " wrote no output");
 }
 
 /// A converter that ran out of disk, or was killed, may leave half a file.
@@ -55,18 +55,18 @@ Status CheckWhole(const Session& session, const std::filesystem::path& png) {
     PICTAVO_TRY(const bool isWhole, IsWholePng(*source));
     if (isWhole) return {};
     return Fail(ErrorKind::ConverterFailed,
-                "the converter " + PathText(session.Converter()) + " wrote no whole PNG file");
+                "the converter " + PathText(ConverterOf(session)) + " wrote no whole PNG file");
 }
 
 }  // namespace
 
-std::filesystem::path Session::Converter() const {
-    return PathOf(settings.nConvert);
+std::filesystem::path ConverterOf(const Session& session) {
+    return PathOf(session.settings.nConvert);
 }
 
 Status CheckConverter(const Session& session) {
-    if (!FileMissing(session.Converter())) return {};
-    return Fail(ErrorKind::ConverterMissing, session.Converter(),
+    if (!FileMissing(ConverterOf(session))) return {};
+    return Fail(ErrorKind::ConverterMissing, ConverterOf(session),
                 "the converter (setting nConvert) can not be opened");
 }
 

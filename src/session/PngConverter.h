@@ -8,6 +8,9 @@
 
 namespace pictavo {
 
+/// The converter that the settings name.
+std::filesystem::path ConverterOf(const Session& session);
+
 /// Fails with ConverterMissing unless the converter is a file that can be opened.
 Status CheckConverter(const Session& session);
 

@@ -45,9 +45,6 @@ struct Session {
 
     bool pngPatchPending = false;   ///< the work folder holds a patch of replaced PNG files
     bool savePatchEnabled = false;  ///< something was replaced since the last patch
-
-    /// The converter that the settings name.
-    std::filesystem::path Converter() const;
 };
 
 }  // namespace pictavo

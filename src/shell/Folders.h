@@ -21,8 +21,4 @@ std::filesystem::path SettingsFile(const std::filesystem::path& programFolder,
 /// are to be searched: that of the executable, then the installed data, which Windows does not know.
 std::vector<std::filesystem::path> DataFolders(const std::filesystem::path& programFolder);
 
-/// Whether the user's locale (of texts, else the system's own) is written in Cyrillic letters. On Windows,
-/// whether its 8-bit code page is.
-bool IsLocaleCyrillic();
-
 }  // namespace pictavo

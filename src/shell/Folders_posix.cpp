@@ -1,4 +1,3 @@
-#include <QLocale>
 #include <QStandardPaths>
 
 #include "shell/Folders.h"
@@ -10,13 +9,6 @@ namespace {
 
 constexpr const char* kFolderName = "pictavo";
 
-/// The locale that names the character set, by the variables that the system takes it from.
-QLocale LocaleOfTexts() {
-    for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"})
-        if (const QString name = qEnvironmentVariable(variable); !name.isEmpty()) return QLocale(name);
-    return QLocale::system();
-}
-
 }  // namespace
 
 std::filesystem::path UserFolder() {
@@ -27,10 +19,6 @@ std::filesystem::path UserFolder() {
 
 std::vector<std::filesystem::path> DataFolders(const std::filesystem::path& programFolder) {
     return {programFolder, programFolder.parent_path() / "share" / kFolderName};
-}
-
-bool IsLocaleCyrillic() {
-    return LocaleOfTexts().script() == QLocale::CyrillicScript;
 }
 
 }  // namespace pictavo

@@ -1,5 +1,3 @@
-#include <windows.h>
-
 #include "shell/Folders.h"
 #include "shell/Variable.h"
 
@@ -8,7 +6,6 @@ namespace pictavo {
 namespace {
 
 constexpr const char* kFolderName = "Pictavo";
-constexpr unsigned kCyrillicCodePage = 1251;
 
 }  // namespace
 
@@ -19,10 +16,6 @@ std::filesystem::path UserFolder() {
 
 std::vector<std::filesystem::path> DataFolders(const std::filesystem::path& programFolder) {
     return {programFolder};
-}
-
-bool IsLocaleCyrillic() {
-    return GetACP() == kCyrillicCodePage;
 }
 
 }  // namespace pictavo

@@ -15,6 +15,7 @@
 #include "shell/Shell_.h"
 #include "shell/SystemAssociations.h"
 #include "shell/SystemStore.h"
+#include "shell/TextLocale.h"
 #include "shell/WorkFolder.h"
 #include "ui/AppIcon.h"
 #include "ui/Form1.h"

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "patch/FreeFlash.h"
+
 namespace pictavo {
 
 namespace {

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "codec/GPFcodec.h"
+#include "core/FileRange.h"
 #include "core/PictureTable.h"
-#include "patch/FreeFlash.h"
 
 namespace pictavo {
 

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "codec/GPFcodec.h"
+#include "core/FileRange.h"
 #include "core/OutputFile.h"
 #include "core/PictureTable.h"
-#include "patch/FreeFlash.h"
 
 namespace pictavo {
 

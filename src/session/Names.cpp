@@ -3,7 +3,6 @@
 #include "core/AsciiText.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/PathText.h"
-#include "session/Messages.h"
 
 namespace pictavo {
 

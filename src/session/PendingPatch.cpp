@@ -1,6 +1,7 @@
 #include "session/PendingPatch.h"
 
 #include "core/OutputFile.h"
+#include "patch/FreeFlash.h"
 #include "patch/PatchReader.h"
 #include "patch/PitBlocks.h"
 

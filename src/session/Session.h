@@ -8,7 +8,8 @@
 
 #include "codec/PictureDecoder.h"
 #include "config/AppSettings.h"
-#include "config/LanguageFile.h"
+#include "config/LanguageTable.h"
+#include "config/TextEncoding.h"
 #include "core/PictureTable.h"
 #include "patch/WorkFiles.h"
 

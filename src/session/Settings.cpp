@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "config/LanguageFile.h"
 #include "core/OutputFile.h"
 
 namespace pictavo {

@@ -1,7 +1,5 @@
-#include <QApplication>
 #include <QCheckBox>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <array>
 
 #include "session/ChangePng.h"

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "config/LanguageFile.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "session/Messages.h"
 #include "session/Names.h"

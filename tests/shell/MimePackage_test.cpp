@@ -24,7 +24,8 @@ TEST(MimePackage, NamesOnlyTheExtensionsAskedFor) {
     const std::string text = MimePackageText({".gpf2"}, "");
     EXPECT_TRUE(HasExtension(text, ".gpf2"));
     EXPECT_FALSE(HasExtension(text, ".gpf"));
-    EXPECT_THAT(text, Not(HasSubstr("GraphicPatchFile")));
+    EXPECT_THAT(text, HasSubstr(std::string(kGpf2Magic)));
+    EXPECT_THAT(text, Not(HasSubstr(std::string(kGpfMagic))));
     EXPECT_THAT(text, Not(HasSubstr("comment")));
     EXPECT_FALSE(HasExtension("", ".gpf"));
 }

@@ -1,3 +1,4 @@
+#include "core/Version.h"
 #include "support/CliFixture.h"
 
 namespace pictavo::tests {
@@ -32,7 +33,7 @@ TEST_F(ContractTest, HelpNamesTheOptions) {
 }
 
 TEST_F(ContractTest, VersionIsOneLineOnStandardOutput) {
-    ExpectDone(Cli({"--version"}), "pictavo-cli 1.3\n");
+    ExpectDone(Cli({"--version"}), std::string("pictavo-cli ") + kVersion + "\n");
 }
 
 TEST_F(ContractTest, HelpAndVersionThatCanNotBeWrittenFail) {

@@ -6,6 +6,7 @@
 
 #include "BitmapHeader.h"
 #include "samples/FileMakers.h"
+#include "support/PictureOf.h"
 #include "support/Refusal.h"
 #include "support/TempFolder.h"
 
@@ -16,22 +17,12 @@ constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t kSmallest = std::numeric_limits<std::int32_t>::min();
 constexpr const char* kNotFilled = "the file ends before the last row of its pixels";
 
-Picture Make(int width, int height, const std::vector<Cell>& cells, bool hasAlpha = false) {
-    Picture picture;
-    picture.width = width;
-    picture.height = height;
-    picture.RasterHasAlpha = hasAlpha;
-    for (std::size_t i = 0; i < cells.size(); ++i)
-        picture.raster.At(static_cast<int>(i) % width, static_cast<int>(i) / width) = cells[i];
-    return picture;
-}
-
 Bytes PixelsOf(const Bytes& bitmap) {
     return {bitmap.begin() + 54, bitmap.end()};
 }
 
 Bytes OnePixel(const Cell& cell, bool hasAlpha, const ChannelFlags& flags = {}) {
-    return PixelsOf(ComposeBitmap(Make(1, 1, {cell}, hasAlpha), true, flags));
+    return PixelsOf(ComposeBitmap(PictureOf(1, 1, {cell}, hasAlpha), true, flags));
 }
 
 TEST(ComposeBitmap, TheHeaderOf24BitsTellsLengthSizeAndNothingElse) {
@@ -50,14 +41,14 @@ TEST(ComposeBitmap, TheHeaderOf24BitsTellsLengthSizeAndNothingElse) {
     expected[28] = 24;
     expected[35] = 0x84;  // 0x38400
     expected[36] = 0x03;
-    Bytes file = ComposeBitmap(Make(240, 320, {}), false);
+    Bytes file = ComposeBitmap(PictureOf(240, 320, {}), false);
     EXPECT_EQ(file.size(), 0x38436U);
     file.resize(54);
     EXPECT_EQ(file, expected);
 }
 
 TEST(ComposeBitmap, TheHeaderOf32BitsDiffersInDepthAndLengths) {
-    const Bytes file = ComposeBitmap(Make(3, 2, {}), true);
+    const Bytes file = ComposeBitmap(PictureOf(3, 2, {}), true);
     EXPECT_EQ(file.size(), 54U + 24);
     EXPECT_EQ(file[2], 54 + 24);
     EXPECT_EQ(file[28], 32);
@@ -65,13 +56,13 @@ TEST(ComposeBitmap, TheHeaderOf32BitsDiffersInDepthAndLengths) {
 }
 
 TEST(ComposeBitmap, RowsStandFromTheBottomUpAndPixelsAsBlueGreenRed) {
-    const Picture picture = Make(1, 2, {{1, 2, 3, 0}, {4, 5, 6, 0}});
+    const Picture picture = PictureOf(1, 2, {{1, 2, 3, 0}, {4, 5, 6, 0}});
     EXPECT_EQ(PixelsOf(ComposeBitmap(picture, false)), (Bytes{6, 5, 4, 0, 3, 2, 1, 0}));
 }
 
 TEST(ComposeBitmap, A24BitRowOfThreePixelsHasThreeZerosBehindIt) {
     const Cell cell{7, 7, 7, 9};
-    EXPECT_EQ(PixelsOf(ComposeBitmap(Make(3, 1, {cell, cell, cell}), false)),
+    EXPECT_EQ(PixelsOf(ComposeBitmap(PictureOf(3, 1, {cell, cell, cell}), false)),
               (Bytes{7, 7, 7, 7, 7, 7, 7, 7, 7, 0, 0, 0}));
 }
 
@@ -89,7 +80,8 @@ TEST(ComposeBitmap, TheFourthByteOfAPictureWithoutAlphaIsZeroForTheMarkerOnly) {
 }
 
 TEST(ComposeBitmap, The24BitsOfTheMarkerAreItsColour) {
-    EXPECT_EQ(PixelsOf(ComposeBitmap(Make(1, 1, {kTransparentMarker}), false)), (Bytes{169, 171, 169, 0}));
+    EXPECT_EQ(PixelsOf(ComposeBitmap(PictureOf(1, 1, {kTransparentMarker}), false)),
+              (Bytes{169, 171, 169, 0}));
 }
 
 TEST(ComposeBitmap, ColoursThatAreNotFlaggedAreZero) {
@@ -107,7 +99,7 @@ TEST(ComposeBitmap, TheAlphaFlagOfAPictureWithoutAlphaGives255AndTheMarkerZero) 
 }
 
 TEST(ComposeBitmap, KeptWithFlagsA24BitRowHasFourBytesAPixelAndPaddingForThree) {
-    const Picture picture = Make(2, 1, {{1, 2, 3, 0}, {4, 5, 6, 0}});
+    const Picture picture = PictureOf(2, 1, {{1, 2, 3, 0}, {4, 5, 6, 0}});
     const Bytes file = ComposeBitmap(picture, false, {true, true, true, false});
     EXPECT_EQ(file[28], 24);
     EXPECT_EQ(PixelsOf(file), (Bytes{3, 2, 1, 0, 6, 5, 4, 0, 0, 0}));
@@ -156,7 +148,7 @@ Bytes PlainPixels(const Picture& picture, bool withAlpha, const ChannelFlags& fl
 }
 
 Picture RandomPicture(std::mt19937& random, int width, int height) {
-    Picture picture = Make(width, height, {}, random() % 2 == 0);
+    Picture picture = PictureOf(width, height, {}, random() % 2 == 0);
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
             const auto byte = [&] { return static_cast<std::uint8_t>(random()); };

@@ -4,6 +4,7 @@
 #include <random>
 
 #include "PlainCodec.h"
+#include "support/PictureOf.h"
 
 namespace pictavo::tests {
 namespace {
@@ -12,19 +13,8 @@ const Cell kRed{255, 0, 0, 0};
 const Cell kGreen{0, 255, 0, 0};
 const Cell kBlue{0, 0, 255, 0};
 
-/// A picture over black cells.
-Picture Make(int width, int height, const std::vector<Cell>& cells, bool hasAlpha = false) {
-    Picture picture;
-    picture.width = width;
-    picture.height = height;
-    picture.RasterHasAlpha = hasAlpha;
-    for (std::size_t i = 0; i < cells.size(); ++i)
-        picture.raster.At(static_cast<int>(i) % width, static_cast<int>(i) / width) = cells[i];
-    return picture;
-}
-
 Bytes EncodedPixel(const Cell& cell, bool hasAlpha, std::uint8_t type) {
-    return EncodePicture(Make(1, 1, {cell}, hasAlpha), type);
+    return EncodePicture(PictureOf(1, 1, {cell}, hasAlpha), type);
 }
 
 void FillRow(Picture& picture, int y, const Cell& cell) {
@@ -49,7 +39,7 @@ TEST(PictureEncoder, WithoutAlphaOnlyTheMarkerIsTransparentIn24Bits) {
 }
 
 TEST(PictureEncoder, TransparentPixelsOfAPictureWithAlphaAreWhiteIn1Bit) {
-    Picture picture = Make(4, 1, {{0, 0, 0, 126}, {0, 0, 0, 127}, {255, 255, 255, 0}, {0, 0, 0, 255}});
+    Picture picture = PictureOf(4, 1, {{0, 0, 0, 126}, {0, 0, 0, 127}, {255, 255, 255, 0}, {0, 0, 0, 255}});
     picture.RasterHasAlpha = true;
     EXPECT_EQ(EncodePicture(picture, kType1Bit), Bytes{0x50});
 }
@@ -62,33 +52,33 @@ TEST(PictureEncoder, TheMarkerTakesTheTransparentValueOf8And16Bits) {
 TEST(PictureEncoder, OneBitIsWhiteFromAMeanOf127On) {
     const std::vector<Cell> cells{
         {127, 127, 127, 0}, {126, 126, 126, 0}, kTransparentMarker, {34, 253, 94, 0}};
-    EXPECT_EQ(EncodePicture(Make(4, 1, cells), kType1Bit), Bytes{0x50});
+    EXPECT_EQ(EncodePicture(PictureOf(4, 1, cells), kType1Bit), Bytes{0x50});
 }
 
 TEST(PictureEncoder, OneBitRowsAreWholeBytesWithZerosBehindThePixels) {
     const std::vector<Cell> black(18);
-    EXPECT_EQ(EncodePicture(Make(9, 2, black), kType1Bit), (Bytes{0xFF, 0x80, 0xFF, 0x80}));
+    EXPECT_EQ(EncodePicture(PictureOf(9, 2, black), kType1Bit), (Bytes{0xFF, 0x80, 0xFF, 0x80}));
 }
 
 TEST(PictureEncoder, UncompressedPixelsStandInRowOrder) {
-    const Picture picture = Make(2, 2, {kRed, kGreen, kBlue, Cell{255, 255, 255, 0}});
+    const Picture picture = PictureOf(2, 2, {kRed, kGreen, kBlue, Cell{255, 255, 255, 0}});
     EXPECT_EQ(EncodePicture(picture, kType8Bit), (Bytes{0xE0, 0x1C, 0x03, 0xFF}));
     EXPECT_EQ(EncodePicture(picture, kType16Bit), (Bytes{0x00, 0xF8, 0xE0, 0x07, 0x1F, 0x00, 0xFF, 0xFF}));
     EXPECT_EQ(EncodePicture(picture, kType24Bit).size(), 16U);
 }
 
 TEST(PictureEncoder, AnEqualPairOverBlackIsARunOfTwoAndTheExtraRow) {
-    EXPECT_EQ(EncodePicture(Make(2, 1, {kRed, kRed}), kType16BitCompressed),
+    EXPECT_EQ(EncodePicture(PictureOf(2, 1, {kRed, kRed}), kType16BitCompressed),
               (Bytes{0x02, 0x00, 0xF8, 0x02, 0, 0}));
 }
 
 TEST(PictureEncoder, ThreeDifferentPixelsOverBlackAreAStretchAndTheClosingRun) {
-    EXPECT_EQ(EncodePicture(Make(3, 1, {kRed, kGreen, kBlue}), kType8BitCompressed),
+    EXPECT_EQ(EncodePicture(PictureOf(3, 1, {kRed, kGreen, kBlue}), kType8BitCompressed),
               (Bytes{0xFD, 0xE0, 0x1C, 0x03, 0x03, 0x00}));
 }
 
 TEST(PictureEncoder, ARunOf200IsARunOf127AndOneOf73) {
-    Picture picture = Make(200, 1, std::vector<Cell>(200, kRed));
+    Picture picture = PictureOf(200, 1, std::vector<Cell>(200, kRed));
     FillRow(picture, 1, kGreen);
     const Bytes stored = EncodePicture(picture, kType16BitCompressed);
     EXPECT_EQ(Bytes(stored.begin(), stored.begin() + 6), (Bytes{0x7F, 0x00, 0xF8, 0x49, 0x00, 0xF8}));
@@ -98,19 +88,19 @@ TEST(PictureEncoder, ARunOf200IsARunOf127AndOneOf73) {
 TEST(PictureEncoder, ALiteralStretchIsWrittenAt127Pixels) {
     std::vector<Cell> cells;
     for (int i = 0; i < 200; ++i) cells.push_back({static_cast<std::uint8_t>(i), 1, 0, 0});
-    const Bytes stored = EncodePicture(Make(200, 1, cells), kType24BitCompressed);
+    const Bytes stored = EncodePicture(PictureOf(200, 1, cells), kType24BitCompressed);
     EXPECT_EQ(stored[0], 0x81);
     EXPECT_EQ(stored[1 + 127 * 4], 256 - 73);
 }
 
 TEST(PictureEncoder, KeptGroupsAreFoundOnFullColours) {
     const std::vector<Cell> nearlyEqual{{255, 0, 0, 0}, {254, 0, 0, 0}, {253, 0, 0, 0}};
-    EXPECT_EQ(EncodePicture(Make(3, 1, nearlyEqual), kType8BitCompressed),
+    EXPECT_EQ(EncodePicture(PictureOf(3, 1, nearlyEqual), kType8BitCompressed),
               (Bytes{0xFD, 0xE0, 0xE0, 0xE0, 0x03, 0x00}));
 }
 
 TEST(PictureEncoder, KeptTheExtraRowComesFromTheRasterBelow) {
-    Picture picture = Make(2, 1, {kRed, kRed});
+    Picture picture = PictureOf(2, 1, {kRed, kRed});
     FillRow(picture, 1, kGreen);
     EXPECT_EQ(EncodePicture(picture, kType8BitCompressed), (Bytes{0x02, 0xE0, 0x02, 0x1C}));
     FillRow(picture, 1, kRed);
@@ -118,20 +108,20 @@ TEST(PictureEncoder, KeptTheExtraRowComesFromTheRasterBelow) {
 }
 
 TEST(PictureEncoder, KeptTheClosingGroupLosesAPixelOfAPictureOnePixelWide) {
-    Picture picture = Make(1, 2, {kRed, kGreen});
+    Picture picture = PictureOf(1, 2, {kRed, kGreen});
     FillRow(picture, 2, kBlue);
     EXPECT_EQ(EncodePicture(picture, kType8BitCompressed), (Bytes{0xFF, 0xE0, 0x03}));
 }
 
 TEST(PictureEncoder, ThePictureOf320RowsReadsTheRastersLastRow) {
-    Picture picture = Make(2, 320, std::vector<Cell>(640, kRed));
+    Picture picture = PictureOf(2, 320, std::vector<Cell>(640, kRed));
     FillRow(picture, 320, kGreen);
     const Bytes stored = EncodePicture(picture, kType8BitCompressed);
     EXPECT_EQ(Bytes(stored.end() - 2, stored.end()), (Bytes{0x02, 0x1C}));
 }
 
 TEST(PictureEncoder, BelowTheRasterAreZeroCells) {
-    const Picture picture = Make(2, 321, std::vector<Cell>(642, kRed));
+    const Picture picture = PictureOf(2, 321, std::vector<Cell>(642, kRed));
     const Bytes stored = EncodePicture(picture, kType8BitCompressed);
     EXPECT_EQ(Bytes(stored.end() - 2, stored.end()), (Bytes{0x02, 0x00}));
 }
@@ -146,8 +136,8 @@ TEST(PictureEncoder, NamesTheTypesItWrites) {
 
 TEST(PictureEncoder, AnEmptyPictureHasNoBytes) {
     for (const std::uint8_t type : std::initializer_list<std::uint8_t>{kType1Bit, kType8Bit, kType24Bit})
-        EXPECT_TRUE(EncodePicture(Make(3, 0, {}), type).empty());
-    EXPECT_TRUE(EncodePicture(Make(1, 1, {}), kType1Bit).size() == 1);
+        EXPECT_TRUE(EncodePicture(PictureOf(3, 0, {}), type).empty());
+    EXPECT_TRUE(EncodePicture(PictureOf(1, 1, {}), kType1Bit).size() == 1);
 }
 
 /// Cells of few colours in stretches, so that runs, literals and their ends meet at random.
@@ -190,7 +180,7 @@ TEST(PictureEncoder, WritesWhatThePlainEncoderWrites) {
 class CellsAsShown {
   public:
     CellsAsShown(bool hasAlpha, std::uint8_t type)
-        : plainType_(static_cast<std::uint8_t>(type & 0x7F)), written_(Make(1, 1, {}, hasAlpha)) {}
+        : plainType_(static_cast<std::uint8_t>(type & 0x7F)), written_(PictureOf(1, 1, {}, hasAlpha)) {}
 
     Cell operator()(const Cell& cell) {
         written_.raster.At(0, 0) = cell;
@@ -270,7 +260,7 @@ TEST(PictureEncoder, OneByOneComesBackUncompressedAndOverABlackRow) {
     for (const std::uint8_t type :
          std::initializer_list<std::uint8_t>{0x01, 0x05, 0x08, 0x0A, 0x85, 0x88, 0x8A}) {
         SCOPED_TRACE(int{type});
-        ExpectRoundTrip(Make(1, 1, {Cell{}}), type);
+        ExpectRoundTrip(PictureOf(1, 1, {Cell{}}), type);
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include "support/FileSizeLimit.h"
 #include "support/Refusal.h"
+#include "support/SettingsFlags.h"
 #include "support/SystemMeans.h"
 #include "support/TempFolder.h"
 
@@ -16,23 +17,6 @@ AppSettings Read(const std::string& text, const AppSettings& initial = {}) {
     EXPECT_TRUE(settings) << settings.error().detail;
     return settings.value_or(AppSettings());
 }
-
-struct Flag {
-    const char* key;
-    bool AppSettings::*member;
-};
-
-constexpr std::array<Flag, 9> kFlags = {{
-    {"Transparency", &AppSettings::Transparency},
-    {"CompressGPF", &AppSettings::CompressGPF},
-    {"DefaultGPF2", &AppSettings::DefaultGPF2},
-    {"ZeroFilename", &AppSettings::ZeroFilename},
-    {"HEXFilename", &AppSettings::HEXFilename},
-    {"ChanR", &AppSettings::ChanR},
-    {"ChanG", &AppSettings::ChanG},
-    {"ChanB", &AppSettings::ChanB},
-    {"ChanA", &AppSettings::ChanA},
-}};
 
 AppSettings AllOn() {
     AppSettings settings;

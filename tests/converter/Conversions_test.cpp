@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "core/Version.h"
 #include "samples/FileMakers.h"
 #include "support/BmpFile.h"
 #include "support/ChildProcess.h"
@@ -229,7 +230,7 @@ TEST_F(ConverterTest, HelpAndVersionGoToStandardOutput) {
     EXPECT_EQ(help.err, "");
     const Ended version = Run({"--version"});
     EXPECT_EQ(version.status, 0);
-    EXPECT_EQ(version.out, "pictavo-convert 1.3\n");
+    EXPECT_EQ(version.out, std::string("pictavo-convert ") + kVersion + "\n");
 }
 
 }  // namespace

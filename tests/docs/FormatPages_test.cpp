@@ -15,6 +15,7 @@
 #include "patch/PatchWriter.h"
 #include "patch/PitBlocks.h"
 #include "patch/PitRecord.h"
+#include "support/SettingsFlags.h"
 #include "tools/EmbeddedFiles.h"
 #include "tools/GpnReader.h"
 #include "tools/PNGcodec.h"
@@ -530,23 +531,6 @@ TEST(FormatPages, EmbeddedFilesAreFoundWhereThePageSays) {
 }
 
 // --------------------------------------------------------------------------------------------- settings.md
-
-struct Flag {
-    const char* key;
-    bool AppSettings::*member;
-};
-
-constexpr std::array<Flag, 9> kFlags = {{
-    {"Transparency", &AppSettings::Transparency},
-    {"CompressGPF", &AppSettings::CompressGPF},
-    {"DefaultGPF2", &AppSettings::DefaultGPF2},
-    {"ZeroFilename", &AppSettings::ZeroFilename},
-    {"HEXFilename", &AppSettings::HEXFilename},
-    {"ChanR", &AppSettings::ChanR},
-    {"ChanG", &AppSettings::ChanG},
-    {"ChanB", &AppSettings::ChanB},
-    {"ChanA", &AppSettings::ChanA},
-}};
 
 Lines SettingsLines(const AppSettings& settings) {
     std::string on = "on";

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Where the running program lies, and what lies beside it.
+/// Where the running program lies, and what lies beside it; how a program is named on this system.
 
 #include <filesystem>
 
@@ -15,5 +15,9 @@ std::filesystem::path WindowProgram(const std::filesystem::path& programFolder);
 
 /// The converter that comes with the program. It need not be there.
 std::filesystem::path ConverterProgram(const std::filesystem::path& programFolder);
+
+/// What a chooser offers for a converter on this system, and what it puts behind a name without an extension.
+const char* ConverterPattern();
+const char* ConverterExtension();
 
 }  // namespace pictavo

@@ -21,4 +21,13 @@ std::filesystem::path ConverterProgram(const std::filesystem::path& programFolde
     return programFolder / "pictavo-convert";
 }
 
+const char* ConverterPattern() {
+    return "*";
+}
+
+/// "lng" as on Windows would turn nconvert into nconvert.lng.
+const char* ConverterExtension() {
+    return "";
+}
+
 }  // namespace pictavo

@@ -25,4 +25,13 @@ std::filesystem::path ConverterProgram(const std::filesystem::path& programFolde
     return programFolder / "pictavo-convert.exe";
 }
 
+const char* ConverterPattern() {
+    return "nconvert.exe";
+}
+
+/// Kept: carried over from the language chooser.
+const char* ConverterExtension() {
+    return "lng";
+}
+
 }  // namespace pictavo

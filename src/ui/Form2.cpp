@@ -11,6 +11,7 @@
 #include "session/Names.h"
 #include "session/Report.h"
 #include "session/Settings.h"
+#include "shell/ProgramFolder.h"
 #include "shell/QtPath.h"
 #include "ui/Captions.h"
 #include "ui/MenuParts.h"
@@ -35,14 +36,6 @@ constexpr std::array kSwitches = {
 };
 
 constexpr int kPathWidth = 380;
-
-#ifdef _WIN32
-constexpr const char* kConverterPattern = "nconvert.exe";
-constexpr const char* kConverterExtension = "lng";  // kept: carried over from the language chooser
-#else
-constexpr const char* kConverterPattern = "*";
-constexpr const char* kConverterExtension = "";  // "lng" would turn nconvert into nconvert.lng
-#endif
 
 /// What stands before the last dot of the file's name; the folder is dropped, since the file is always looked
 /// for beside the program.
@@ -184,9 +177,9 @@ void Form2::ChooseLanguage() {
 void Form2::ChooseConverter() {
     const LanguageTable& texts = session_.texts;
     const auto path = Readable(ports_.prompts.ChooseOpen({OpenTitle(texts, texts.cap_mnFileR),
-                                                          {{"nConvert File", {kConverterPattern}}},
+                                                          {{"nConvert File", {ConverterPattern()}}},
                                                           "",
-                                                          kConverterExtension,
+                                                          ConverterExtension(),
                                                           {}}));
     if (!path.empty()) Text("Text1").setText(QtPath(path));
 }

@@ -26,5 +26,10 @@ TEST(ProgramFolder, HoldsTheOtherProgramsUnderTheNamesOfThisSystem) {
     EXPECT_EQ(ConverterProgram("/opt/the phone"), "/opt/the phone/pictavo-convert");
 }
 
+TEST(ProgramFolder, AnyFileMayBeAConverterAndKeepsItsName) {
+    EXPECT_STREQ(ConverterPattern(), "*");
+    EXPECT_STREQ(ConverterExtension(), "");
+}
+
 }  // namespace
 }  // namespace pictavo::tests

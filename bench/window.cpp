@@ -86,7 +86,7 @@ class Window {
         return session;
     }
 
-    QtProcessRunner processes_;
+    ChildProcessRunner processes_;
     QtPictureLoader pictures_;
     Form1 form_;
 };

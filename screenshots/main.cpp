@@ -94,7 +94,7 @@ int main(int count, char** arguments) {
     }
     const QTemporaryDir temporary;
     QtPrompts prompts;
-    QtProcessRunner processes;
+    ChildProcessRunner processes;
     QtPictureLoader pictures;
     Form1 form(MakeSession(temporary), {prompts, processes, pictures});
     form.show();

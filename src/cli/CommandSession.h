@@ -50,7 +50,7 @@ class CommandSession {
 
   private:
     TerminalProgress progress_;
-    QtProcessRunner processes_;
+    ChildProcessRunner processes_;
     LatePictureLoader pictures_;
     std::optional<RunFolder> folder_;
 };

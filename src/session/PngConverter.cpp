@@ -74,7 +74,7 @@ Result<std::filesystem::path> ConvertPngToBitmap(const Session& session, Process
                                                  const std::filesystem::path& png, int colourType) {
     RemovePngTemporaries(session);
     return Convert(session, processes, "bmp", ConvertsWithAlpha(colourType), session.workFiles.PngBitmap(),
-                   png);
+                   ShortPath(png));
 }
 
 Result<std::filesystem::path> ConvertPictureToPng(const Session& session, ProcessRunner& processes,

@@ -1,5 +1,6 @@
 #include "session/PicturesLoader.h"
 
+#include "core/PathText.h"
 #include "session/ShowPicture.h"
 #include "support/SessionFixture.h"
 #include "support/SystemMeans.h"
@@ -335,7 +336,7 @@ class PngLoadTest : public PicturesLoaderTest {
 
     std::vector<std::string> Arguments(std::vector<std::string> options) const {
         options.insert(options.end(),
-                       {"-o", session.workFiles.PngBitmap().string(), (temp / "a.png").string()});
+                       {"-o", session.workFiles.PngBitmap().string(), PathText(ShortPath(temp / "a.png"))});
         return options;
     }
 };
@@ -435,7 +436,7 @@ TEST_F(PngLoadTest, BlanksAndQuotesInAllThreePathsWork) {
     ASSERT_TRUE(LoadBytes(Png(samples::PngColour::Rgba), name));
     EXPECT_EQ(scripted.processes.calls[0].program, session.settings.nConvert);
     EXPECT_EQ(scripted.processes.calls[0].arguments.at(5), session.workFiles.PngBitmap().string());
-    EXPECT_EQ(scripted.processes.calls[0].arguments.at(6), (temp / name).string());
+    EXPECT_EQ(scripted.processes.calls[0].arguments.at(6), PathText(ShortPath(temp / name)));
 }
 
 class ChannelLoadTest : public PicturesLoaderTest {

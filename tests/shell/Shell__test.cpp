@@ -13,7 +13,7 @@ namespace {
 [[maybe_unused]] const auto* const kApplication = ProvideCoreApplication();
 
 /// A program that writes each of its arguments, ended by a zero byte, into the file `told`.
-class QtProcessRunnerTest : public ::testing::Test {
+class ChildProcessRunnerTest : public ::testing::Test {
   protected:
     std::filesystem::path WriteProgram(const std::filesystem::path& path, const std::string& lines) {
         WriteFile(path, "#!/bin/sh\n" + lines + "\n");
@@ -37,10 +37,10 @@ class QtProcessRunnerTest : public ::testing::Test {
 
     TempFolder temp;
     std::filesystem::path told = temp / "told";
-    QtProcessRunner runner;
+    ChildProcessRunner runner;
 };
 
-TEST_F(QtProcessRunnerTest, ArgumentsArriveAsTheyStand) {
+TEST_F(ChildProcessRunnerTest, ArgumentsArriveAsTheyStand) {
     const std::vector<std::string> arguments = {
         "-out",     "png",       "with blank",
         "  ",       "",          "\"",
@@ -53,7 +53,7 @@ TEST_F(QtProcessRunnerTest, ArgumentsArriveAsTheyStand) {
     EXPECT_EQ(Told(), arguments);
 }
 
-TEST_F(QtProcessRunnerTest, TheProgramsPathMayHoldAnything) {
+TEST_F(ChildProcessRunnerTest, TheProgramsPathMayHoldAnything) {
     for (const std::string name : {"with blank", "quote\"'s", "$(id);x", "-dash", "\xD0\x96.exe"}) {
         const std::filesystem::path folder = temp / name;
         std::filesystem::create_directory(folder);
@@ -63,7 +63,7 @@ TEST_F(QtProcessRunnerTest, TheProgramsPathMayHoldAnything) {
     }
 }
 
-TEST_F(QtProcessRunnerTest, ARelativeProgramIsOneInTheCurrentFolder) {
+TEST_F(ChildProcessRunnerTest, ARelativeProgramIsOneInTheCurrentFolder) {
     const std::filesystem::path before = std::filesystem::current_path();
     WriteTeller(temp / "teller");
     std::filesystem::current_path(temp.Path());
@@ -72,7 +72,7 @@ TEST_F(QtProcessRunnerTest, ARelativeProgramIsOneInTheCurrentFolder) {
     EXPECT_EQ(Told(), std::vector<std::string>{"x"});
 }
 
-TEST_F(QtProcessRunnerTest, AProgramThatCanNotStartReturnsAtOnce) {
+TEST_F(ChildProcessRunnerTest, AProgramThatCanNotStartReturnsAtOnce) {
     const std::filesystem::path plain = WriteFile(temp / "plain", std::string("no program"));
     const auto start = std::chrono::steady_clock::now();
     for (const std::filesystem::path& program : {temp / "missing", temp / "no" / "folder", plain, temp.Path(),
@@ -81,24 +81,24 @@ TEST_F(QtProcessRunnerTest, AProgramThatCanNotStartReturnsAtOnce) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
-TEST_F(QtProcessRunnerTest, ReturnsOnlyWhenTheProgramHasEnded) {
+TEST_F(ChildProcessRunnerTest, ReturnsOnlyWhenTheProgramHasEnded) {
     runner.RunAndWait(WriteProgram(temp / "slow", "sleep 0.5; echo done > " + Quoted(told)), {});
     EXPECT_EQ(ReadText(told), "done\n");
 }
 
-TEST_F(QtProcessRunnerTest, MuchOutputNeverBlocks) {
+TEST_F(ChildProcessRunnerTest, MuchOutputNeverBlocks) {
     const std::string megabytes = "head -c 8000000 /dev/zero";
     runner.RunAndWait(
         WriteProgram(temp / "loud", megabytes + "; " + megabytes + " >&2; echo done > " + Quoted(told)), {});
     EXPECT_EQ(ReadText(told), "done\n");
 }
 
-TEST_F(QtProcessRunnerTest, StandardInputIsEmpty) {
+TEST_F(ChildProcessRunnerTest, StandardInputIsEmpty) {
     runner.RunAndWait(WriteProgram(temp / "reader", "wc -c | tr -d ' ' > " + Quoted(told)), {});
     EXPECT_EQ(ReadText(told), "0\n");
 }
 
-TEST_F(QtProcessRunnerTest, NothingOfTheProgramReachesTheScreen) {
+TEST_F(ChildProcessRunnerTest, NothingOfTheProgramReachesTheScreen) {
     ::testing::internal::CaptureStdout();
     ::testing::internal::CaptureStderr();
     runner.RunAndWait(WriteProgram(temp / "talker", "echo out; echo err >&2; echo done > " + Quoted(told)),
@@ -108,14 +108,14 @@ TEST_F(QtProcessRunnerTest, NothingOfTheProgramReachesTheScreen) {
     EXPECT_EQ(ReadText(told), "done\n");
 }
 
-TEST_F(QtProcessRunnerTest, AFailedOrKilledProgramReturnsLikeAnyOther) {
+TEST_F(ChildProcessRunnerTest, AFailedOrKilledProgramReturnsLikeAnyOther) {
     runner.RunAndWait(WriteProgram(temp / "failing", "exit 3"), {});
     runner.RunAndWait(WriteProgram(temp / "dying", "kill -9 $$"), {});
     runner.RunAndWait(WriteTeller(temp / "teller"), {"after"});
     EXPECT_EQ(Told(), std::vector<std::string>{"after"});
 }
 
-TEST_F(QtProcessRunnerTest, TheProgramGetsTheEnvironmentAndTheCurrentFolder) {
+TEST_F(ChildProcessRunnerTest, TheProgramGetsTheEnvironmentAndTheCurrentFolder) {
     qputenv("PICTAVO_TEST", "value");
     runner.RunAndWait(WriteProgram(temp / "teller", "echo \"$PICTAVO_TEST $(pwd)\" > " + Quoted(told)), {});
     qunsetenv("PICTAVO_TEST");

@@ -149,6 +149,41 @@ TEST_F(RegistryStoreTest, WhereRightsLackTheUsersOwnTypesAreChanged) {
     EXPECT_THAT(ScratchRegistry::ShownClasses(), Not(HasSubstr("gpffile")));
 }
 
+/// All that a registration writes to.
+const std::vector<std::string> kKeys{".gpf",    ".gpf\\ShellNew",       ".gpf2",    ".gpf2\\ShellNew",
+                                     "gpffile", "gpffile\\DefaultIcon", kCommandKey};
+
+TEST_F(RegistryStoreTest, WhereTheTypesOfAllUsersCanNotBeChangedTheyAreMadeForTheUser) {
+    for (const std::string& key : kKeys) ScratchRegistry::Protect(key);
+    const std::string before = ScratchRegistry::ShownClasses();
+    Register();
+    EXPECT_EQ(ScratchRegistry::ShownClasses(), before);
+    const std::string shown = ScratchRegistry::ShownUser();
+    for (const std::string& key : kKeys)
+        EXPECT_THAT(shown, HasSubstr("\\user\\Software\\Classes\\" + key + "\n    "));
+    EXPECT_THAT(shown, HasSubstr(std::string("(Default)    REG_SZ    ") + kProgram + " \"%1\"\n"));
+}
+
+TEST_F(RegistryStoreTest, WhereNothingCanBeChangedThatIsToldAndNothingChanges) {
+    for (const std::string& key : kKeys) {
+        ScratchRegistry::Protect(key);
+        ScratchRegistry::Protect("Software\\Classes\\" + key, HKEY_CURRENT_USER);
+    }
+    const std::string before = ScratchRegistry::ShownClasses() + ScratchRegistry::ShownUser();
+    const Status written = RegisterPictureFileType(store, kProgram, ".gpf", "Graphic Patch File");
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(written.error().detail, "the registry key .gpf cannot be changed (Permission denied)");
+    EXPECT_EQ(ScratchRegistry::ShownClasses() + ScratchRegistry::ShownUser(), before);
+}
+
+TEST_F(RegistryStoreTest, TheRootIsNeverRemoved) {
+    Register();
+    const std::string before = ScratchRegistry::ShownClasses();
+    EXPECT_FALSE(store.DeleteKey(""));
+    EXPECT_EQ(ScratchRegistry::ShownClasses(), before);
+}
+
 TEST_F(RegistryStoreTest, AKeyWithoutANameThatThereCanBeIsRefused) {
     const Status created = store.CreateKey(std::string(300, 'k'));
     ASSERT_FALSE(created);

@@ -55,12 +55,13 @@ class ScratchRegistry {
         return {bytes.data(), size};
     }
 
-    /// Takes from everybody the right to change a key of the classes root.
-    static void Protect(const std::string& key) {
+    /// Takes from everybody the right to change a key of a root, which is made where it is missing. `root` is
+    /// HKEY_CLASSES_ROOT or HKEY_CURRENT_USER.
+    static void Protect(const std::string& key, HKEY root = HKEY_CLASSES_ROOT) {
         HKEY opened = nullptr;
-        ASSERT_EQ(RegCreateKeyExW(HKEY_CLASSES_ROOT, WideText(key).c_str(), 0, nullptr, 0, KEY_ALL_ACCESS,
-                                  nullptr, &opened, nullptr),
-                  ERROR_SUCCESS);
+        ASSERT_EQ(
+            RegCreateKeyExW(root, WideText(key).c_str(), 0, nullptr, 0, WRITE_DAC, nullptr, &opened, nullptr),
+            ERROR_SUCCESS);
         SetRights(opened, KEY_READ);
         RegCloseKey(opened);
     }

@@ -1,7 +1,0 @@
-#include "shell/ChildConsole.h"
-
-namespace pictavo {
-
-void HideConsole(QProcess&) {}
-
-}  // namespace pictavo

@@ -1,0 +1,47 @@
+#include <windows.h>
+
+#include "core/CommandLine_win32.h"
+#include "core/SystemPath_win32.h"
+#include "shell/Shell_.h"
+
+namespace pictavo {
+
+namespace {
+
+/// Something to read that is at its end, and to write that keeps nothing, for a child to take over.
+HANDLE OpenNothing() {
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    return CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
+                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+/// Without a console window; false when the program can not be started.
+bool Start(const std::filesystem::path& program, std::wstring line, HANDLE nothing,
+           PROCESS_INFORMATION& child) {
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdInput = start.hStdOutput = start.hStdError = nothing;
+    return CreateProcessW(system_file::SystemPath(program).c_str(), line.data(), nullptr, nullptr, TRUE,
+                          CREATE_NO_WINDOW, nullptr, nullptr, &start, &child) != 0;
+}
+
+void AwaitEnd(const PROCESS_INFORMATION& child) {
+    WaitForSingleObject(child.hProcess, INFINITE);
+    CloseHandle(child.hThread);
+    CloseHandle(child.hProcess);
+}
+
+}  // namespace
+
+void ChildProcessRunner::RunAndWait(const std::filesystem::path& program,
+                                    const std::vector<std::string>& arguments) {
+    std::error_code ignored;
+    const std::filesystem::path whole = std::filesystem::absolute(program, ignored);
+    const HANDLE nothing = OpenNothing();
+    PROCESS_INFORMATION child{};
+    if (Start(whole, CommandLineOf(whole, arguments), nothing, child)) AwaitEnd(child);
+    CloseHandle(nothing);
+}
+
+}  // namespace pictavo

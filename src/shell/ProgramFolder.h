@@ -6,12 +6,14 @@
 
 namespace pictavo {
 
-/// The folder of the executable itself, also when it was started through a link, and whatever the current
+/// The executable itself, by whatever name, also when it was started through a link, and whatever the current
 /// folder is. Needs a QCoreApplication everywhere but on Windows and on Linux with /proc.
-std::filesystem::path ProgramFolder();
+std::filesystem::path RunningProgram();
 
-/// The window's executable in that folder, as this system names it. It need not be there.
-std::filesystem::path WindowProgram(const std::filesystem::path& programFolder);
+/// The folder that it lies in.
+inline std::filesystem::path ProgramFolder() {
+    return RunningProgram().parent_path();
+}
 
 /// The converter that comes with the program. It need not be there.
 std::filesystem::path ConverterProgram(const std::filesystem::path& programFolder);

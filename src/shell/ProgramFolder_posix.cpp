@@ -1,20 +1,17 @@
 #include <QCoreApplication>
 
 #include "shell/ProgramFolder.h"
+#include "shell/QtPath.h"
 
 namespace pictavo {
 
-std::filesystem::path ProgramFolder() {
+std::filesystem::path RunningProgram() {
 #ifdef __linux__
     std::error_code error;
     const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (!error) return executable.parent_path();
+    if (!error) return executable;
 #endif
-    return QCoreApplication::applicationDirPath().toStdU16String();
-}
-
-std::filesystem::path WindowProgram(const std::filesystem::path& programFolder) {
-    return programFolder / "pictavo";
+    return StdPath(QCoreApplication::applicationFilePath());
 }
 
 std::filesystem::path ConverterProgram(const std::filesystem::path& programFolder) {

@@ -11,14 +11,10 @@ constexpr std::size_t kLongestPath = 32'768;
 
 }  // namespace
 
-std::filesystem::path ProgramFolder() {
+std::filesystem::path RunningProgram() {
     std::wstring path(kLongestPath, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return std::filesystem::path(path).parent_path();
-}
-
-std::filesystem::path WindowProgram(const std::filesystem::path& programFolder) {
-    return programFolder / "Pictavo.exe";
+    return path;
 }
 
 std::filesystem::path ConverterProgram(const std::filesystem::path& programFolder) {

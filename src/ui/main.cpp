@@ -40,13 +40,12 @@ Session MakeSession(const std::filesystem::path& workFolder) {
 
 int RunWindow(const std::filesystem::path& workFolder, const std::vector<std::string>& names) {
     QtPrompts prompts;
-    QtProcessRunner processes;
+    ChildProcessRunner processes;
     QtPictureLoader pictures;
     const auto showReadMe = [] { ShowReadMe(DataFolders(ProgramFolder())); };
     const auto store = MakeSystemStore(processes, AppIconPng);
     SystemAssociations associations(*store, prompts);
-    const WindowServices services{
-        prompts, processes, pictures, &associations, WindowProgram(ProgramFolder()), showReadMe};
+    const WindowServices services{prompts, processes, pictures, &associations, RunningProgram(), showReadMe};
     Form1 form(MakeSession(workFolder), services);
     prompts.Attach(&form, [&form] { return form.PickSaveCommand(); });
     form.show();

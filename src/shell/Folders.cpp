@@ -1,20 +1,25 @@
 #include "shell/Folders.h"
 
+#include "core/ByteSource.h"
 #include "core/OutputFile.h"
 
 namespace pictavo {
 
 namespace {
 
+constexpr std::uint64_t kLongestSettings = std::uint64_t{1} << 20;
+
 /// Tried out, since rights alone do not tell; the file that is begun leaves nothing behind.
 bool CanBeCreated(const std::filesystem::path& path) {
     return OutputFile::Create(path).has_value();
 }
 
-/// The saving tells why when the folder can not be made.
-std::filesystem::path InUserFolder(const std::filesystem::path& userFolder) {
-    static_cast<void>(EnsureFolder(userFolder));
-    return userFolder / kSettingsFileName;
+/// Where nothing can be read, or nothing written, the user begins with the settings that hold without a file.
+void CarryOver(const std::filesystem::path& from, const std::filesystem::path& to) {
+    const auto source = FileSource::Open(from);
+    if (!source || (*source)->Size() > kLongestSettings) return;
+    const auto bytes = (*source)->ReadExactly(0, (*source)->Size());
+    if (bytes) static_cast<void>(WriteWholeFile(to, *bytes, CommitMode::KeepExisting));
 }
 
 }  // namespace
@@ -22,9 +27,12 @@ std::filesystem::path InUserFolder(const std::filesystem::path& userFolder) {
 std::filesystem::path SettingsFile(const std::filesystem::path& programFolder,
                                    const std::filesystem::path& userFolder) {
     const std::filesystem::path beside = programFolder / kSettingsFileName;
-    if (userFolder.empty() || !NameIsFree(beside)) return beside;
-    if (!NameIsFree(userFolder / kSettingsFileName)) return userFolder / kSettingsFileName;
-    return CanBeCreated(beside) ? beside : InUserFolder(userFolder);
+    const std::filesystem::path ofUser = userFolder / kSettingsFileName;
+    if (userFolder.empty()) return beside;
+    if (CanBeCreated(beside)) return NameIsFree(beside) && !NameIsFree(ofUser) ? ofUser : beside;
+    static_cast<void>(EnsureFolder(userFolder));  // the saving tells why when it can not be made
+    if (NameIsFree(ofUser)) CarryOver(beside, ofUser);
+    return ofUser;
 }
 
 }  // namespace pictavo

@@ -12,8 +12,9 @@ inline constexpr const char* kSettingsFileName = "Pictavo.ini";
 /// The user's configuration folder, which need not exist; empty when the system knows none.
 std::filesystem::path UserFolder();
 
-/// The settings file: the one beside the executable, else the one in `userFolder`. When there is neither it
-/// is to be written beside the executable, or where that can not be, in `userFolder`, which is then created.
+/// The settings file: the one beside the executable, else the one in `userFolder`, and when there is neither,
+/// a new one beside the executable. But where nothing can be written there, it is that in `userFolder`, which
+/// is then created; a new one takes over what the one beside the executable holds.
 std::filesystem::path SettingsFile(const std::filesystem::path& programFolder,
                                    const std::filesystem::path& userFolder = UserFolder());
 

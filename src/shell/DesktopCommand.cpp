@@ -7,6 +7,7 @@
 #include "shell/DefaultApplication.h"
 #include "shell/DesktopEntry.h"
 #include "shell/DesktopFiles.h"
+#include "shell/KeyFile.h"
 #include "shell/QtPath.h"
 
 namespace pictavo {
@@ -49,11 +50,34 @@ std::vector<std::string> InstalledEntries(const DesktopFolders& folders, const s
     return entries;
 }
 
-std::string CommandOf(const DesktopFolders& folders, const std::string& entry) {
-    for (const fs::path& folder : folders.data) {
-        const fs::path file = folder / "applications" / entry;
-        if (IsThere(file)) return CommandOfEntry(TextOrNone(file), LocatedProgram).value_or("");
+/// The places of an entry in a folder of applications: "a-b.desktop" may also be "a/b.desktop".
+std::vector<std::string> PlacesOf(const std::string& entry) {
+    std::vector<std::string> places{entry};
+    for (std::size_t at = entry.find('-'); at != std::string::npos; at = entry.find('-', at + 1)) {
+        std::string place = places.back();
+        places.push_back(place.replace(at, 1, "/"));
     }
+    return places;
+}
+
+/// An entry may be hidden, or name a program without which it does not count.
+bool Counts(const KeyFile& entry) {
+    const auto needed = entry.Value(kDesktopEntry, "TryExec");
+    return entry.Value(kDesktopEntry, "Hidden") != "true" &&
+           (!needed || !QStandardPaths::findExecutable(QString::fromStdString(*needed)).isEmpty());
+}
+
+std::string CommandOfFile(const fs::path& file) {
+    const std::string text = TextOrNone(file);
+    if (!Counts(KeyFile(text))) return {};
+    return CommandOfEntry(text, LocatedProgram).value_or("");
+}
+
+std::string CommandOf(const DesktopFolders& folders, const std::string& entry) {
+    for (const fs::path& folder : folders.data)
+        for (const std::string& place : PlacesOf(entry))
+            if (const fs::path file = folder / "applications" / place; IsThere(file))
+                return CommandOfFile(file);
     return {};
 }
 

@@ -145,7 +145,7 @@ std::string DesktopEntryText(const std::string& command, const std::string& type
 
 std::optional<std::string> CommandOfEntry(const std::string& entry,
                                           const std::function<std::string(const std::string&)>& locate) {
-    const auto exec = KeyFile(entry).Value("Desktop Entry", "Exec");
+    const auto exec = KeyFile(entry).Value(kDesktopEntry, "Exec");
     if (!exec) return std::nullopt;
     return CommandOfExec(UnescapedValue(*exec), locate);
 }

@@ -9,6 +9,9 @@
 
 namespace pictavo {
 
+/// The group of an entry's own keys.
+inline constexpr const char* kDesktopEntry = "Desktop Entry";
+
 /// A desktop entry that opens the files of a type by `command` and stands in no menu. `icon` is a name in the
 /// icon theme; may be empty.
 std::string DesktopEntryText(const std::string& command, const std::string& type, const std::string& icon);

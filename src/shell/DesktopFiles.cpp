@@ -31,10 +31,10 @@ fs::path BehindLinks(const fs::path& path) {
 }
 
 Result<bool> RemoveText(const fs::path& path) {
-    std::error_code error;
-    const bool wasThere = fs::remove(path, error);
-    if (error) return Fail(ErrorKind::WriteFailed, path, "can not be removed (" + error.message() + ")");
-    return wasThere;
+    if (!IsThere(path)) return false;
+    system_file::RemoveFile(path);
+    if (!IsThere(path)) return true;
+    return Fail(ErrorKind::WriteFailed, path, "can not be removed");
 }
 
 Result<bool> PutText(const fs::path& path, std::string_view text) {

@@ -55,9 +55,9 @@ void KeyFile::Set(const std::string& group, const std::string& key, const std::s
 }
 
 void KeyFile::Remove(const std::string& group, const std::string& key) {
-    const auto at = FindLine(group, key);
-    if (!at) return;
-    lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(*at));
+    if (!FindLine(group, key)) return;
+    while (const auto at = FindLine(group, key))
+        lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(*at));
     if (*FindGroup(group) + 1 == lines_.size()) lines_.pop_back();
 }
 
@@ -76,9 +76,10 @@ std::optional<std::size_t> KeyFile::FindGroup(const std::string& group) const {
 std::optional<std::size_t> KeyFile::FindLine(const std::string& group, const std::string& key) const {
     const auto head = FindGroup(group);
     if (!head) return std::nullopt;
+    std::optional<std::size_t> last;
     for (std::size_t i = *head + 1; i < lines_.size() && !IsHead(lines_[i]); ++i)
-        if (IsOfKey(lines_[i], key)) return i;
-    return std::nullopt;
+        if (IsOfKey(lines_[i], key)) last = i;
+    return last;
 }
 
 void KeyFile::Insert(std::size_t at, std::string line) {

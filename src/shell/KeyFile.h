@@ -14,13 +14,14 @@ class KeyFile {
   public:
     explicit KeyFile(std::string_view text);
 
-    /// The value as it stands, without blanks around it. Of several lines of one key the first one holds.
+    /// The value as it stands, without blanks around it. Of several lines of one key the last one holds.
     std::optional<std::string> Value(const std::string& group, const std::string& key) const;
 
-    /// Changes the key's line. A new line stands first in its group, a new group last in the file.
+    /// Changes the line that holds. A new line stands first in its group, a new group last in the file.
     void Set(const std::string& group, const std::string& key, const std::string& value);
 
-    /// Removes the key's line, and the group's head where that is left with nothing behind it in the file.
+    /// Removes every line of the key, and the group's head where that is left with nothing behind it in the
+    /// file.
     void Remove(const std::string& group, const std::string& key);
 
     std::string Text() const;

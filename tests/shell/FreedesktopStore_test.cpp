@@ -186,6 +186,31 @@ TEST_F(FreedesktopStoreTest, TheUsersDefaultWinsOverTheSystems) {
     EXPECT_EQ(Lookup(), "/opt/other \"%1\"");
 }
 
+TEST_F(FreedesktopStoreTest, AnEntryThatADesktopPassesOverIsPassedOver) {
+    ASSERT_TRUE(Register(command));
+    WriteIn(config, "mimeapps.list",
+            "[Default Applications]\nimage/x-gpffile=other.desktop;" + std::string(kEntry) + "\n");
+    for (const std::string reason : {"Hidden=true", "TryExec=/opt/not there", "TryExec=not-there-either"}) {
+        WriteIn(data / "applications", "other.desktop",
+                "[Desktop Entry]\nExec=/opt/other %F\n" + reason + "\n");
+        EXPECT_EQ(Lookup(), command) << reason;
+    }
+    WriteIn(data / "applications", "other.desktop",
+            "[Desktop Entry]\nExec=/opt/other %F\nHidden=false\nTryExec=/bin/sh\n");
+    EXPECT_EQ(Lookup(), "/opt/other \"%1\"");
+}
+
+TEST_F(FreedesktopStoreTest, AnEntryMayLieInAFolderThatItsNameBeginsWith) {
+    WriteIn(system / "mime" / "packages", "pictavo.xml", "<glob pattern=\"*.gpf\"/>");
+    WriteIn(config, "mimeapps.list", "[Default Applications]\nimage/x-gpffile=a-b-c.desktop\n");
+    for (const char* place : {"a/b/c.desktop", "a/b-c.desktop", "a-b-c.desktop"}) {
+        const fs::path file = system / "applications" / place;
+        WriteIn(file.parent_path(), file.filename().string(),
+                "[Desktop Entry]\nExec=" + std::string(place) + "\n");
+        EXPECT_EQ(Lookup(), place);
+    }
+}
+
 TEST_F(FreedesktopStoreTest, WhatIsInstalledForAllUsersIsFound) {
     WriteIn(system / "mime" / "packages", "pictavo.xml", "<glob pattern=\"*.gpf\"/>");
     EXPECT_EQ(Lookup(), "File type is not associated with a program.");
@@ -325,7 +350,7 @@ class DesktopsOwnView : public FreedesktopStoreTest {
   protected:
     /// Registers with the real tools, if they are installed.
     void RegisterForReal(const std::string& commandToRegister) {
-        QtProcessRunner runner;
+        ChildProcessRunner runner;
         FreedesktopStore store(UserDesktopFolders(), runner, [](int) { return Bytes(1); });
         ASSERT_TRUE(SystemAssociations(store, prompts).RegisterPictureFileTypes(commandToRegister));
     }

@@ -31,8 +31,10 @@ TEST(KeyFile, AValueIsThatOfItsGroup) {
     EXPECT_EQ(KeyFile("").Value("Group", "a"), std::nullopt);
 }
 
-TEST(KeyFile, TheFirstOfSeveralLinesHolds) {
-    EXPECT_EQ(KeyFile("[G]\na=1\na=2\n").Value("G", "a"), "1");
+TEST(KeyFile, TheLastOfSeveralLinesHolds) {
+    EXPECT_EQ(KeyFile("[G]\na=1\na=2\n[H]\na=3\n").Value("G", "a"), "2");
+    EXPECT_EQ(AfterSet("[G]\nb=1\nb=2\n", "G", "b"), "[G]\nb=1\nb=new\n");
+    EXPECT_EQ(AfterRemove("[G]\na=1\nb=2\na=3\n", "G", "a"), "[G]\nb=2\n");
 }
 
 TEST(KeyFile, UnchangedItIsTheSameToTheByte) {

@@ -5,6 +5,7 @@
 #include <shlobj.h>
 #include <windows.h>
 
+#include "core/SystemError_win32.h"
 #include "core/WideText_win32.h"
 
 namespace pictavo {
@@ -62,7 +63,8 @@ Status Change(const std::string& key, const std::function<LSTATUS(const Root&)>&
         if (status == ERROR_ACCESS_DENIED) status = change(root);
     if (status == ERROR_SUCCESS) return {};
     return Fail(ErrorKind::WriteFailed, {},
-                "the registry key " + key + " cannot be changed (error " + std::to_string(status) + ")");
+                "the registry key " + key + " cannot be changed (" +
+                    system_file::Reason(static_cast<DWORD>(status)) + ")");
 }
 
 }  // namespace
@@ -110,9 +112,14 @@ Status RegistryStore::WriteValue(const std::string& key, const std::string& name
 }
 
 Status RegistryStore::DeleteKey(const std::string& key) {
+    if (key.empty()) return Fail(ErrorKind::WriteFailed, {}, "the registry's root cannot be removed");
+    bool isDenied = false;
     return Change(key, [&](const Root& root) {
         const LSTATUS status = RegDeleteTreeW(root.hive, root.PathOf(key).c_str());
-        return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status;
+        if (status == ERROR_FILE_NOT_FOUND)
+            return static_cast<LSTATUS>(isDenied ? ERROR_ACCESS_DENIED : ERROR_SUCCESS);
+        isDenied = status == ERROR_ACCESS_DENIED;
+        return status;
     });
 }
 

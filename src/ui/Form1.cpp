@@ -143,7 +143,10 @@ void Form1::ShowSelectedRow(int row) {
     if (!shown && shown.error().kind == ErrorKind::BadBitDepth) Tell(session_, *ports_, shown.error());
 }
 
+/// A list that got the focus while the command ran made its first row the current one then, and nothing was
+/// shown.
 void Form1::SelectFirstPicture() {
+    list_->setCurrentIndex({});
     list_->setCurrentIndex(model_.index(0, 0));
     list_->setFocus();
 }

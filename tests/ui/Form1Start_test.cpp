@@ -134,6 +134,17 @@ TEST_F(Form1StartTest, WhatWasOpenedLastIsShown) {
     }
 }
 
+TEST_F(Form1StartTest, TheFirstPictureIsShownAlsoWhenTheListGotTheFocusMeanwhile) {
+    RegisterThisProgram();
+    ShowWithAFlashAtHand();
+    scripted.prompts.whenTold = [&] {
+        if (!State().rows.empty()) Select(0);
+    };
+    for (int i = 0; i < 2; ++i) scripted.prompts.Expect(Asked::ApplyToAll, false);
+    form->Start({flashPath.string(), (temp / "gone.gpf").string()});
+    EXPECT_TRUE(FrameCaption().starts_with("0000")) << FrameCaption();
+}
+
 TEST_F(Form1StartTest, WhetherItAppliesToAllIsAskedInRussianInEveryLanguage) {
     RegisterThisProgram();
     WriteLanguage("str_all=alle\r\nstr_MultFFound=Mehrere\r\n");

@@ -2,12 +2,6 @@
 
 namespace pictavo {
 
-namespace {
-
-constexpr int kLastTypeCode = 0x8F;
-
-}  // namespace
-
 const PitRecordLayout& RecordLayoutOf(const FullflashImage& flash) {
     return flash.HasLongRecords() ? kLongRecord : kShortRecord;
 }

@@ -31,6 +31,9 @@ inline constexpr PitRecordLayout kShortRecord{1, 0, 2000, 255, 255};
 inline constexpr PitRecordLayout kLongRecord{2, 2, 2500, 240, 320};
 static_assert(kShortRecord.Bytes() == 8 && kLongRecord.Bytes() == 12);
 
+/// Of a picture in a table.
+inline constexpr int kLastTypeCode = 0x8F;
+
 /// The form of this flash's records.
 const PitRecordLayout& RecordLayoutOf(const FullflashImage& flash);
 

@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <cassert>
 
+#include "core/BasicCalculations_Tarsk.h"
 #include "core/PitRecordLayout.h"
 
 namespace pictavo {
 
 namespace {
-
-constexpr int kLargestShortSize = 255;
 
 [[maybe_unused]] bool FitsFields(const PitRecordLayout& layout, const GpfHeader& header) {
     const int mostSize = layout.sizeBytes == 1 ? 0xFF : 0xFFFF;
@@ -33,11 +32,15 @@ StoredAddress StoredAddressOf(std::uint64_t fileOffset) {
 }
 
 Status CheckFitsRecord(const FullflashImage& flash, const GpfHeader& header) {
-    if (!flash.HasLongRecords() && std::max(header.width, header.height) > kLargestShortSize)
-        return Fail(ErrorKind::NotSupported, "a picture of " + SizeText(header.width, header.height) +
-                                                 " does not fit this phone's table (at most 255 x 255)");
-    if (header.type > 0xFF) return Fail(ErrorKind::NotSupported, "a type code of more than one byte");
-    return {};
+    const PitRecordLayout& layout = RecordLayoutOf(flash);
+    if (FitsLimits(layout, header.width, header.height, header.type)) return {};
+    if (header.type > kLastTypeCode)
+        return Fail(ErrorKind::NotSupported, "type code " + UpperHex(header.type) +
+                                                 " does not fit this phone's table (at most " +
+                                                 UpperHex(kLastTypeCode) + ")");
+    return Fail(ErrorKind::NotSupported, "a picture of " + SizeText(header.width, header.height) +
+                                             " does not fit this phone's table (at most " +
+                                             SizeText(layout.mostWidth, layout.mostHeight) + ")");
 }
 
 Bytes ComposePitRecord(const FullflashImage& flash, const GpfHeader& header, const StoredAddress& address) {

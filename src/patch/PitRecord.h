@@ -15,8 +15,8 @@ using StoredAddress = std::array<std::uint8_t, 4>;
 /// The stored phone address of a file offset.
 StoredAddress StoredAddressOf(std::uint64_t fileOffset);
 
-/// Whether this flash's records can say the size and type of a picture. Fails with NotSupported: short
-/// records hold one byte of width and of height, and every record one byte of type.
+/// Whether a record of this flash's table can say the size and type of a picture. Fails with NotSupported
+/// beyond the limits of PitRecordLayout.h, where the record would end the table.
 Status CheckFitsRecord(const FullflashImage& flash, const GpfHeader& header);
 
 /// The record, in the flash's form: 8 bytes, or 12 in the long one. Size and type

@@ -70,16 +70,23 @@ TEST(PitRecord, AShortRecordHoldsUpTo255EachWay) {
     }
 }
 
-TEST(PitRecord, ALongRecordHoldsTallPictures) {
+TEST(PitRecord, ALongRecordHoldsUpTo240Times320) {
     EXPECT_TRUE(CheckFitsRecord(LongFlash(), Header(240, 320, 0x88)));
+    for (const GpfHeader& header : {Header(241, 1, 0x88), Header(1, 321, 0x88), Header(0x8000, 1, 0x88)}) {
+        const Status fits = CheckFitsRecord(LongFlash(), header);
+        ASSERT_FALSE(fits);
+        EXPECT_TRUE(fits.error().detail.ends_with(" does not fit this phone's table (at most 240 x 320)"));
+    }
 }
 
-TEST(PitRecord, NoRecordHoldsATypeOfTwoBytes) {
+TEST(PitRecord, NoRecordHoldsATypeThatWouldEndTheTable) {
     for (const FullflashImage& flash : {ShortFlash(), LongFlash()}) {
-        EXPECT_TRUE(CheckFitsRecord(flash, Header(1, 1, 0xFF)));
-        const Status fits = CheckFitsRecord(flash, Header(1, 1, 0x188));
-        ASSERT_FALSE(fits);
-        EXPECT_EQ(fits.error().kind, ErrorKind::NotSupported);
+        EXPECT_TRUE(CheckFitsRecord(flash, Header(1, 1, 0x8F)));
+        for (const int type : {0x90, 0xFF, 0x188}) {
+            const Status fits = CheckFitsRecord(flash, Header(1, 1, type));
+            ASSERT_FALSE(fits) << type;
+            EXPECT_EQ(fits.error().kind, ErrorKind::NotSupported);
+        }
     }
 }
 

@@ -96,6 +96,14 @@ void Form1::Run(const Command& command) {
     if (!busy_->IsActive()) Conclude(Perform(command), false);
 }
 
+/// A command over all rows leaves the last one in the view; what is saved next must be the selected one.
+void Form1::RunOverRows(const Command& command) {
+    if (busy_->IsActive()) return;
+    const Outcome outcome = Perform(command);
+    if (outcome.end != Outcome::End::Cancelled) ShowSelectedRowAgain();
+    Conclude(outcome, false);
+}
+
 void Form1::Open(const Command& command) {
     if (busy_->IsActive()) return;
     const auto flashBefore = session_.flash.source;
@@ -141,6 +149,14 @@ void Form1::ShowSelectedRow(int row) {
     ShowLine(shown ? QString() : LineOf(session_.texts, {shown.error(), row}));
     // The one reason that has a box of its own; the others stop nobody who moves through the list.
     if (!shown && shown.error().kind == ErrorKind::BadBitDepth) Tell(session_, *ports_, shown.error());
+}
+
+/// Whatever keeps it from being shown stands in the frame; the line is the command's.
+void Form1::ShowSelectedRowAgain() {
+    if (!list_->currentIndex().isValid()) return;
+    [[maybe_unused]] const Status shown = ShowRow(session_, SelectedRow());
+    RefreshView();
+    RefreshMenus();
 }
 
 /// A list that got the focus while the command ran made its first row the current one then, and nothing was

@@ -60,6 +60,9 @@ class Form1 final : public QMainWindow {
     /// A command of one depth, on the selected row.
     using DepthCommand = Outcome (*)(Session&, Ports&, std::size_t row, std::uint8_t typeCode);
 
+    /// How an entry runs its command: Run or RunOverRows.
+    using Way = void (Form1::*)(const Command&);
+
     // The layout.
     void MakeWidgets();
     QWidget* MakeLeftSide();
@@ -77,21 +80,25 @@ class Form1 final : public QMainWindow {
     void MakeOtherMenus();
     void MakePicturesPopup();
     void MakePicPopup();
-    QAction& AddCommand(QMenu& menu, const QString& name, const QString& caption, Command command);
-    void AddDepthMenu(QMenu& menu, const QString& name, const QString& caption, DepthCommand command);
+    QAction& AddCommand(QMenu& menu, const QString& name, const QString& caption, Command command,
+                        Way way = &Form1::Run);
+    void AddDepthMenu(QMenu& menu, const QString& name, const QString& caption, DepthCommand command,
+                      Way way = &Form1::Run);
     QAction& Entry(const QString& name);  ///< found once, since each picture shown asks for all of them
     void ShowPicturesPopup(const QPoint& position);
     void ShowPicPopup(const QPoint& position);
 
     // Commands.
-    void Run(const Command& command);   ///< unless one is running; shows what it left
-    void Open(const Command& command);  ///< the same, and goes to the first picture of a new flash
+    void Run(const Command& command);          ///< unless one is running; shows what it left
+    void RunOverRows(const Command& command);  ///< the same, and shows the selected row again
+    void Open(const Command& command);         ///< the same, and goes to the first picture of a new flash
     void OpenAll(const std::vector<std::string>& names);
     Outcome Perform(const Command& command);
     void Conclude(const Outcome& outcome, bool showsFirst);
     void ReadSettings(Session& session, Ports& ports);  ///< and the language; what fails is told
     std::size_t SelectedRow() const;
     void ShowSelectedRow(int row);
+    void ShowSelectedRowAgain();
     void SelectFirstPicture();
     void Magnify(int factor);
     void ToggleChannel(bool ViewState::*shown);

@@ -91,9 +91,11 @@ QAction& Form1::Entry(const QString& name) {
     return *entry;
 }
 
-QAction& Form1::AddCommand(QMenu& menu, const QString& name, const QString& caption, Command command) {
+QAction& Form1::AddCommand(QMenu& menu, const QString& name, const QString& caption, Command command,
+                           Way way) {
     QAction& entry = AddEntry(menu, name, caption);
-    connect(&entry, &QAction::triggered, this, [this, command = std::move(command)] { Run(command); });
+    connect(&entry, &QAction::triggered, this,
+            [this, way, command = std::move(command)] { (this->*way)(command); });
     return entry;
 }
 
@@ -122,7 +124,7 @@ void Form1::MakeFullFlashMenu() {
     QMenu& menu = AddMenu(*menuBar(), "mnu_FullFlash", "FullFlash");
     AddCommand(menu, "mnu_Fullflash_SavePatch", "Save Patch", SaveThePatch).setShortcut(QKeySequence::Save);
     AddCommand(menu, "mnu_Fullflash_BuckUpPIT", "BuckUp PIT", BackupPit);
-    AddCommand(menu, "mnu_Fullflash_RebuildPIT", "Rebuild PIT", RebuildPit);
+    AddCommand(menu, "mnu_Fullflash_RebuildPIT", "Rebuild PIT", RebuildPit, &Form1::RunOverRows);
     AddCommand(menu, "mnu_Fullflash_Change_PNG", "Change PNG", ChangePng);
 }
 
@@ -168,14 +170,16 @@ void Form1::MakeOtherMenus() {
     connect(&about, &QAction::triggered, this, [this] { ShowAbout(); });
 }
 
-void Form1::AddDepthMenu(QMenu& menu, const QString& name, const QString& caption, DepthCommand command) {
+void Form1::AddDepthMenu(QMenu& menu, const QString& name, const QString& caption, DepthCommand command,
+                         Way way) {
     QMenu& depths = AddMenu(menu, name, caption);
     for (const Depth& depth : kDepths) {
         QAction& entry = AddCommand(
             depths, name + depth.suffix, depth.caption,
             [this, command, type = TypeOf(depth.saveCommand).value()](Session& session, Ports& ports) {
                 return command(session, ports, SelectedRow(), type);
-            });
+            },
+            way);
         entry.setData(static_cast<int>(depth.saveCommand));
     }
 }
@@ -183,15 +187,19 @@ void Form1::AddDepthMenu(QMenu& menu, const QString& name, const QString& captio
 void Form1::MakePicturesPopup() {
     picturesPopup_ = &AddPopup(*this, "mnu_PopupPictures");
     AddDepthMenu(*picturesPopup_, "mnu_PopupPictures_Load", "Load picture", ReplacePicture);
-    AddDepthMenu(*picturesPopup_, "mnu_PopupPictures_Loads", "Load pictures",
-                 [](Session& session, Ports& ports, std::size_t, std::uint8_t type) {
-                     return ReplacePictures(session, ports, type);
-                 });
+    AddDepthMenu(
+        *picturesPopup_, "mnu_PopupPictures_Loads", "Load pictures",
+        [](Session& session, Ports& ports, std::size_t, std::uint8_t type) {
+            return ReplacePictures(session, ports, type);
+        },
+        &Form1::RunOverRows);
     picturesPopup_->addSeparator();
     AddDepthMenu(*picturesPopup_, "mnu_PopupPictures_SaveAsGPF", "Save as GPF", SaveShownAsGpf);
-    AddCommand(*picturesPopup_, "mnu_PopupPictures_SaveAsGPFs", "Save as GPFs", SaveAsGpfs);
+    AddCommand(*picturesPopup_, "mnu_PopupPictures_SaveAsGPFs", "Save as GPFs", SaveAsGpfs,
+               &Form1::RunOverRows);
     AddCommand(*picturesPopup_, "mnu_PopupPictures_SaveAsBMP", "Save as BMP", SaveAsBmp);
-    AddCommand(*picturesPopup_, "mnu_PopupPictures_SaveAsBMPs", "Save as BMPs", SaveAsBmps);
+    AddCommand(*picturesPopup_, "mnu_PopupPictures_SaveAsBMPs", "Save as BMPs", SaveAsBmps,
+               &Form1::RunOverRows);
     AddCommand(*picturesPopup_, "mnu_PopupPictures_SaveAsPNG", "Save as PNG", SaveAsPng);
     picturesPopup_->addSeparator();
     AddCommand(*picturesPopup_, "mnu_PopupPictures_SavePatch", "Save Patch", SaveThePatch);

@@ -472,6 +472,40 @@ TEST_F(Form1Test, TheCommandsOverAllPicturesWriteTheirFiles) {
     EXPECT_EQ(Find<QProgressBar>("ProgressBar1").value(), 100);
 }
 
+TEST_F(Form1Test, AfterACommandOverAllRowsTheSelectedOneIsShownAndSaved) {
+    ShowFourIcons();
+    std::filesystem::create_directory(temp / "new");
+    Bitmap("new/3.bmp");
+    Select(1);
+    const QImage painted = Painted();
+    const std::string caption = FrameCaption();
+    const auto runOverAll = [&](const char* entry, std::vector<std::pair<Asked, bool>> answers) {
+        scripted.prompts.Choose(temp / "new");
+        for (const auto& [about, answer] : answers) scripted.prompts.Expect(about, answer);
+        Trigger(entry);
+        EXPECT_EQ(FrameCaption(), caption) << entry;
+        EXPECT_EQ(Painted(), painted) << entry;
+        EXPECT_EQ(State().pictureNumber, 1) << entry;
+    };
+    runOverAll("mnu_PopupPictures_Loads_16bit", {{Asked::Compress, true}});
+    runOverAll("mnu_PopupPictures_SaveAsGPFs", {{Asked::WriteGpf2, true}});
+    runOverAll("mnu_PopupPictures_SaveAsBMPs", {{Asked::Overwrite, true}});
+    scripted.prompts.Choose(temp / "selected.bmp");
+    Trigger("mnu_PopupPictures_SaveAsBMP");
+    EXPECT_EQ(ReadFile(temp / "selected.bmp"), ReadFile(temp / "new" / "1.bmp"));
+}
+
+TEST_F(Form1Test, ACommandOverAllRowsThatWasCancelledChangesNoView) {
+    ShowFourIcons();
+    Select(1);
+    Drop({Bitmap("other.bmp")});
+    const std::string caption = FrameCaption();
+    ASSERT_TRUE(caption.starts_with("4 x 4")) << caption;
+    scripted.prompts.Choose({});
+    Trigger("mnu_PopupPictures_SaveAsBMPs");
+    EXPECT_EQ(FrameCaption(), caption);
+}
+
 TEST_F(Form1Test, ThePitEntriesRunTheirCommands) {
     ShowFourIcons();
     scripted.prompts.Choose(temp / "pit");

@@ -54,10 +54,10 @@ Status CheckFits(const Session& session, const std::filesystem::path& path, std:
     return Failure(WithPath(fits.error(), path));
 }
 
-Status Replace(Session& session, Ports& ports, std::size_t index, const std::filesystem::path& path,
-               std::uint8_t typeCode) {
+/// What was loaded from `path` becomes the row's replacement.
+Status TakeLoaded(Session& session, Ports& ports, std::size_t index, const std::filesystem::path& path,
+                  std::uint8_t typeCode) {
     const int number = session.rows[index].number;
-    PICTAVO_TRY(LoadSource(session, ports, path));
     PICTAVO_TRY(CheckFits(session, path, typeCode));
     if (const Status written = WriteWorkFile(session, number, AskCompression(session, ports, typeCode));
         !written)
@@ -66,6 +66,18 @@ Status Replace(Session& session, Ports& ports, std::size_t index, const std::fil
                 LoadGPFfile(session, session.workFiles.Replacement(number)));
     session.replaced[index] = true;
     return {};
+}
+
+Status Replace(Session& session, Ports& ports, std::size_t index, const std::filesystem::path& path,
+               std::uint8_t typeCode) {
+    PICTAVO_TRY(LoadSource(session, ports, path));
+    return TakeLoaded(session, ports, index, path, typeCode);
+}
+
+/// A refused file must not stand in the view beside the row that it was meant for. What keeps the row itself
+/// from being shown stands in the caption.
+void ShowRowAgain(Session& session, std::size_t index) {
+    [[maybe_unused]] const Status shown = ShowRow(session, index);
 }
 
 std::optional<std::filesystem::path> FindSource(const Session& session, const FolderIndex& folder,
@@ -106,8 +118,13 @@ Outcome ReplaceFrom(Session& session, Ports& ports, std::size_t index, const std
                     std::uint8_t typeCode) {
     session.pictureNumber = session.rows[index].number;
     if (FileMissing(path)) return RefuseMissing(session, ports, path, MissingForm::TextThenPath);
-    if (const Status status = Replace(session, ports, index, path, typeCode); !status)
-        return Refuse(session, ports, status.error());
+    const ShownPicture before = session.shown;
+    const Status loaded = LoadSource(session, ports, path);
+    const Status taken = loaded ? TakeLoaded(session, ports, index, path, typeCode) : loaded;
+    if (!taken) {
+        if (loaded || session.shown != before) ShowRowAgain(session, index);
+        return Refuse(session, ports, taken.error());
+    }
     session.savePatchEnabled = true;
     return {};
 }

@@ -18,7 +18,8 @@ Outcome ReplacePicture(Session& session, Ports& ports, std::size_t index, std::u
 
 /// Replaces row `index` by the picture of a file: asks for the compression unless CompressGPF is set, writes
 /// the work file, shows it, and marks the row. A file named .png is refused without a converter, whatever it
-/// holds. After a refusal nothing is marked and an older work file stays as it was.
+/// holds. After a refusal nothing is marked, an older work file stays as it was, and a file that was shown
+/// already has made room for the row's own picture.
 Outcome ReplaceFrom(Session& session, Ports& ports, std::size_t index, const std::filesystem::path& path,
                     std::uint8_t typeCode);
 

@@ -21,6 +21,8 @@ struct ShownPicture {
     bool isComplete = true;      ///< false when the file ended inside the picture's data
     std::string caption;         ///< information line, or why nothing is shown
     std::uint64_t consumed = 0;  ///< stored bytes of a phone picture
+
+    bool operator==(const ShownPicture&) const = default;
 };
 
 /// Where the program's own files lie.

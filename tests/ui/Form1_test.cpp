@@ -506,6 +506,18 @@ TEST_F(Form1Test, ACommandOverAllRowsThatWasCancelledChangesNoView) {
     EXPECT_EQ(FrameCaption(), caption);
 }
 
+TEST_F(Form1Test, ARefusedFileMakesRoomForTheRowsOwnPicture) {
+    ShowFourIcons();
+    Select(1);
+    const QImage painted = Painted();
+    const std::string caption = FrameCaption();
+    scripted.prompts.Choose(Bitmap("new.bmp"));
+    scripted.prompts.Expect(Asked::Compress, true);
+    Trigger("mnu_PopupPictures_Load_1bit");
+    EXPECT_EQ(FrameCaption(), caption);
+    EXPECT_EQ(Painted(), painted);
+}
+
 TEST_F(Form1Test, ThePitEntriesRunTheirCommands) {
     ShowFourIcons();
     scripted.prompts.Choose(temp / "pit");

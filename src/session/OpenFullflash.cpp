@@ -30,6 +30,7 @@ Status OpenFullflash(Session& session, const std::filesystem::path& path, Progre
     session.rows = std::move(table.rows);
     session.replaced.assign(session.rows.size(), false);
     session.savePatchEnabled = false;
+    session.shown = {};
     DropPendingPngPatch(session);
     return {};
 }
@@ -41,6 +42,7 @@ void CloseFullflash(Session& session) {
     session.rows.clear();
     session.replaced.clear();
     session.savePatchEnabled = false;
+    session.shown = {};
     DropPendingPngPatch(session);
 }
 

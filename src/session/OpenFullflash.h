@@ -7,8 +7,8 @@
 namespace pictavo {
 
 /// Opens a fullflash in place of the one that is open, and reads its picture table. A pending patch of PNG
-/// files is dropped; work files stay. It is never stopped half way: what `progress` answers is passed over.
-/// When the file can not be opened or read, all is as it was.
+/// files is dropped; work files stay; nothing is shown any more. It is never stopped half way: what
+/// `progress` answers is passed over. When the file can not be opened or read, all is as it was.
 Status OpenFullflash(Session& session, const std::filesystem::path& path, Progress& progress);
 
 /// Lets the flash go, with all that was known of it. Kept: `picnum` stays; so do the work files.

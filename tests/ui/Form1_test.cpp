@@ -238,6 +238,25 @@ TEST_F(Form1Test, ClosingEmptiesTheListTheInformationAndTheMenus) {
     EXPECT_EQ(State().flash.FreeSearchOffset, 262144U);
 }
 
+TEST_F(Form1Test, ClosingEmptiesTheView) {
+    ShowFourIcons();
+    Select(0);
+    ASSERT_NE(FrameCaption(), "");
+    Trigger("mnu_FileClose");
+    EXPECT_EQ(FrameCaption(), "");
+    EXPECT_EQ(Painted().pixelColor(3, 3), QColor(Qt::white));
+    EXPECT_FALSE(IsEnabled("mnu_PopupPic_SaveAsBMP"));
+}
+
+TEST_F(Form1Test, AFlashWithoutPicturesEmptiesTheView) {
+    ShowFourIcons();
+    Select(0);
+    ASSERT_NE(FrameCaption(), "");
+    Drop({WriteFile(temp / "empty.bin", std::string(5000, 'x'))});
+    EXPECT_EQ(List().model()->rowCount(), 0);
+    EXPECT_EQ(FrameCaption(), "");
+}
+
 TEST_F(Form1Test, AMissingFileChosenIsToldAndNothingChanges) {
     ShowFourIcons();
     scripted.prompts.Choose(temp / "missing.bin");

@@ -66,10 +66,7 @@ Status CommandSession::OpenFlashWithTable(const std::filesystem::path& flash) {
 }
 
 Status CommandSession::CheckIsFullflash() const {
-    const FullflashImage& flash = session.flash;
-    if (flash.pitOffset && *flash.pitOffset < flash.source->Size()) return {};
-    return pictavo::Fail(ErrorKind::UnknownFile, flash.source->Path(),
-                         "is no fullflash, or one cut short: it holds no picture table");
+    return CheckHoldsTable(session.flash);
 }
 
 Status CommandSession::NeedWorkFiles() {

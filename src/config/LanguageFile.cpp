@@ -218,6 +218,12 @@ Status LoadLanguage(const std::vector<std::filesystem::path>& folders, const std
     return {};
 }
 
+bool HasLanguageFile(const std::vector<std::filesystem::path>& folders, const std::string& language) {
+    return std::any_of(folders.begin(), folders.end(), [&](const std::filesystem::path& folder) {
+        return !NameIsFree(LanguagePath(folder, language));
+    });
+}
+
 std::filesystem::path LanguageFolder(const std::vector<std::filesystem::path>& folders) {
     const auto found = std::find_if(folders.begin(), folders.end(), HoldsLanguageFile);
     if (found != folders.end()) return *found;

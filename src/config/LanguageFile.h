@@ -30,6 +30,9 @@ Status ReadLanguageFile(const ByteSource& source, const std::string& language, C
 Status LoadLanguage(const std::vector<std::filesystem::path>& folders, const std::string& language,
                     CodePage codePage, LanguageTable& table);
 
+/// True when one of `folders` holds the file that LoadLanguage would read, be it that it cannot be read.
+bool HasLanguageFile(const std::vector<std::filesystem::path>& folders, const std::string& language);
+
 /// Where language files are to be chosen from: the first of `folders` that holds one; the first where none
 /// does, empty without folders.
 std::filesystem::path LanguageFolder(const std::vector<std::filesystem::path>& folders);

@@ -10,6 +10,7 @@
 #include "session/Names.h"
 #include "session/PendingPatch.h"
 #include "session/Report.h"
+#include "session/StatusText.h"
 #include "tools/PNGcodec.h"
 
 namespace pictavo {
@@ -106,7 +107,9 @@ ChangedPng ChangePngFrom(Session& session, Ports& ports, const std::filesystem::
     if (!png) return {Refuse(session, ports, png.error()), {}};
     if (const Status appended = AppendToPending(session, *png); !appended)
         return {Refuse(session, ports, appended.error()), {}};
-    return {{}, png->name, png->bytes.size()};
+    Outcome outcome;
+    outcome.note = PngTakenText(path);
+    return {std::move(outcome), png->name, png->bytes.size()};
 }
 
 }  // namespace pictavo

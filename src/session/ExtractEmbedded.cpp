@@ -3,6 +3,7 @@
 #include "core/BasicCalculations_Tarsk.h"
 #include "session/Extraction.h"
 #include "session/Report.h"
+#include "session/StatusText.h"
 
 namespace pictavo {
 
@@ -54,6 +55,7 @@ Outcome ExtractEmbeddedTo(Session& session, Ports& ports, const EmbeddedKind& ki
     auto targets = TargetFolder::Open(folder);
     if (!targets) return Refuse(session, ports, targets.error());
     Outcome outcome = Carve(session, ports, kind, **file, *targets);
+    outcome.note = FilesWrittenText(outcome.written);
     TellProblems(ports, outcome);
     if (!WasStopped(outcome)) ports.prompts.Tell(CountedCompletion(session.texts, outcome.written));
     return outcome;

@@ -4,6 +4,7 @@
 #include "session/Extraction.h"
 #include "session/Names.h"
 #include "session/Report.h"
+#include "session/StatusText.h"
 #include "tools/GpnReader.h"
 
 namespace pictavo {
@@ -115,6 +116,7 @@ Outcome ExtractFromGpnTo(Session& session, Ports& ports, const std::filesystem::
     auto targets = TargetFolder::Open(folder);
     if (!targets) return Refuse(session, ports, targets.error());
     Outcome outcome = GpnExtraction(session, ports, **source, *targets).Run(*pictures);
+    outcome.note = FilesWrittenText(outcome.written);
     TellBatchEnd(session, ports, outcome);
     return outcome;
 }

@@ -8,6 +8,7 @@
 #include "session/Extraction.h"
 #include "session/Names.h"
 #include "session/Report.h"
+#include "session/StatusText.h"
 
 namespace pictavo {
 
@@ -136,6 +137,7 @@ Outcome ExtractFromPatchTo(Session& session, Ports& ports, const std::filesystem
     auto targets = TargetFolder::Open(folder);
     if (!targets) return Refuse(session, ports, targets.error());
     Outcome outcome = PatchExtraction(session, ports, **source, *targets).Run();
+    outcome.note = FilesWrittenText(outcome.written);
     TellBatchEnd(session, ports, outcome);
     return outcome;
 }

@@ -8,6 +8,7 @@
 #include "session/PicturesLoader.h"
 #include "session/Report.h"
 #include "session/ShowPicture.h"
+#include "session/StatusText.h"
 
 namespace pictavo {
 
@@ -59,6 +60,7 @@ Outcome OpenFlash(Session& session, Ports& ports, const std::filesystem::path& p
     if (const Status opened = OpenFullflash(session, path, ports.progress); !opened)
         return Refuse(session, ports, opened.error());
     Outcome outcome;
+    outcome.note = OpenedText(session);
     if (const Status noted = NoteAsRecent(session, path); !noted)
         outcome.problems.push_back({noted.error(), std::nullopt});
     return outcome;

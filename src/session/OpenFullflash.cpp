@@ -35,6 +35,12 @@ Status OpenFullflash(Session& session, const std::filesystem::path& path, Progre
     return {};
 }
 
+Status CheckHoldsTable(const FullflashImage& flash) {
+    if (flash.pitOffset && *flash.pitOffset < flash.source->Size()) return {};
+    return Fail(ErrorKind::UnknownFile, flash.source->Path(),
+                "is no fullflash, or one cut short: it holds no picture table");
+}
+
 void CloseFullflash(Session& session) {
     const int picnum = session.flash.picnum;
     session.flash = {};

@@ -11,7 +11,12 @@ namespace pictavo {
 /// `progress` answers is passed over. When the file can not be opened or read, all is as it was.
 Status OpenFullflash(Session& session, const std::filesystem::path& path, Progress& progress);
 
-/// Lets the flash go, with all that was known of it. Kept: `picnum` stays; so do the work files.
+/// Fails with UnknownFile, naming the file, when the open flash holds no picture table: then it is no
+/// fullflash, or one cut short.
+Status CheckHoldsTable(const FullflashImage& flash);
+
+/// Lets the flash go, with all that was known of it and what is shown. Kept: `picnum` stays; so do the work
+/// files.
 void CloseFullflash(Session& session);
 
 /// Six lines about the phone, parted by carriage returns.

@@ -4,6 +4,7 @@
 /// back.
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "core/Result.h"
@@ -26,6 +27,7 @@ struct Outcome {
     End end = End::Done;
     std::vector<Problem> problems;
     std::size_t written = 0;  ///< files
+    std::string note = {};    ///< what was done, in English and on one line, for a status line; may be empty
 
     bool IsClean() const { return end == End::Done && problems.empty(); }
 

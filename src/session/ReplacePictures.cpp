@@ -18,6 +18,7 @@
 #include "session/PngConverter.h"
 #include "session/Report.h"
 #include "session/ShowPicture.h"
+#include "session/StatusText.h"
 
 namespace pictavo {
 
@@ -126,7 +127,9 @@ Outcome ReplaceFrom(Session& session, Ports& ports, std::size_t index, const std
         return Refuse(session, ports, taken.error());
     }
     session.savePatchEnabled = true;
-    return {};
+    Outcome outcome;
+    outcome.note = WaitingText(session);
+    return outcome;
 }
 
 Outcome ReplacePictures(Session& session, Ports& ports, std::uint8_t typeCode) {
@@ -145,11 +148,13 @@ Outcome ReplaceFromFolder(Session& session, Ports& ports, const std::filesystem:
         session.pictureNumber = number;
         if (const auto path = FindSource(session, *index, number)) {
             const Status status = Replace(session, ports, row, *path, typeCode);
+            if (status) ++outcome.written;
             if (!status) NoteProblem(session, ports, status.error(), number, outcome);
         }
         if (!GoOn(ports, row + 1, session.rows.size(), outcome)) break;
     }
     session.savePatchEnabled = true;
+    outcome.note = WithWaiting(LoadedText(session.settings, outcome.written, session.rows.size()), session);
     TellBatchEnd(session, ports, outcome);
     return outcome;
 }

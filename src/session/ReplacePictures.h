@@ -28,7 +28,8 @@ Outcome ReplacePictures(Session& session, Ports& ports, std::uint8_t typeCode);
 
 /// Replaces every row that the folder holds a file for, named by the row's number, with the first that exists
 /// of .gpf2, .gpf, .bmp, .png, .jpg, .gif. Rows without a file are passed over silently; rows whose file is
-/// refused are problems of the outcome. Kept: saving a patch is enabled even when nothing matched.
+/// refused are problems of the outcome, which counts the work files as written. Kept: saving a patch is
+/// enabled even when nothing matched.
 Outcome ReplaceFromFolder(Session& session, Ports& ports, const std::filesystem::path& folder,
                           std::uint8_t typeCode);
 

@@ -9,6 +9,7 @@
 #include "session/Report.h"
 #include "session/SavePicture.h"
 #include "session/ShowPicture.h"
+#include "session/StatusText.h"
 #include "session/Targets.h"
 
 namespace pictavo {
@@ -120,6 +121,7 @@ Outcome SavePictures(Session& session, Ports& ports, const SaveRequest& request)
     if (!folder) return Refuse(session, ports, folder.error());
     Outcome outcome = SaveRows(session, ports, request, *folder);
     if (request.format == BatchFormat::Png) RemovePngTemporaries(session);
+    outcome.note = FilesWrittenText(outcome.written);
     TellBatchEnd(session, ports, outcome);
     return outcome;
 }

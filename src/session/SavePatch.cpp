@@ -1,11 +1,14 @@
 #include "session/SavePatch.h"
 
+#include <algorithm>
+
 #include "patch/FreeFlash.h"
 #include "patch/PatchWriter.h"
 #include "session/Messages.h"
 #include "session/Names.h"
 #include "session/PendingPatch.h"
 #include "session/Report.h"
+#include "session/StatusText.h"
 #include "session/Targets.h"
 
 namespace pictavo {
@@ -49,6 +52,11 @@ Status WritePatch(const Session& session, const PatchPlan& plan, const std::file
     return patch.Commit(mode, Durability::Synced);
 }
 
+std::size_t WrittenPictures(const PatchPlan& plan) {
+    return static_cast<std::size_t>(std::count_if(plan.sections.begin(), plan.sections.end(),
+                                                  [](const PatchSection& one) { return one.IsWritten(); }));
+}
+
 void ConsumeWorkFiles(Session& session, const PatchPlan& plan) {
     for (const PatchSection& section : plan.sections)
         if (section.IsWritten()) RemoveWorkFile(session.workFiles.Replacement(section.row.record.number));
@@ -80,6 +88,7 @@ PatchOutcome SavePatchTo(Session& session, Ports& ports, const std::filesystem::
     ConsumeWorkFiles(session, *plan);
     session.savePatchEnabled = !outcome.problems.empty();
     outcome.written = 1;
+    outcome.note = WithWaiting(PatchSavedText(path, WrittenPictures(*plan)), session);
     ports.prompts.Tell(Completion(session.texts));
     return {std::move(outcome), std::move(plan->sections)};
 }

@@ -8,7 +8,6 @@
 #include <QTabWidget>
 
 #include "core/Version.h"
-#include "session/Messages.h"
 #include "session/OpenFiles.h"
 #include "session/OpenFullflash.h"
 #include "session/OpenNames.h"
@@ -16,6 +15,7 @@
 #include "session/Settings.h"
 #include "session/ShowPicture.h"
 #include "session/StartUp.h"
+#include "session/StatusText.h"
 #include "shell/QtPath.h"
 #include "ui/Captions.h"
 #include "ui/MenuParts.h"
@@ -31,18 +31,6 @@ constexpr QRgb kBackground = 0xFFFFFFFF;
 QString Title(const FullflashImage& flash) {
     const QString caption = QString(kCaption);
     return flash.IsOpen() ? QtPath(flash.source->Path().filename()) + " - " + caption : caption;
-}
-
-/// The line at the bottom holds one line.
-QString OneLine(QString text) {
-    return text.replace('\n', ' ');
-}
-
-QString LineOf(const LanguageTable& texts, const Problem& problem) {
-    QStringList parts;
-    if (problem.number) parts.append(Shown(PictureNumberText(*problem.number)));
-    for (const Notice& notice : NoticesOf(texts, problem.error)) parts.append(OneLine(Shown(notice.text)));
-    return parts.join(": ");
 }
 
 }  // namespace
@@ -74,10 +62,11 @@ void Form1::ReadSettings(Session& session, Ports& ports) {
     if (!loaded) Tell(session, ports, loaded.error());
 }
 
-Outcome Form1::Perform(const Command& command) {
+Outcome Form1::Perform(const Command& command, const QString& atStart) {
     Outcome outcome;
     {
         const Busy::Scope scope(*busy_);
+        ShowLine(atStart);
         outcome = command(session_, *ports_);
     }
     RefreshAll();
@@ -88,7 +77,7 @@ Outcome Form1::Perform(const Command& command) {
 void Form1::Conclude(const Outcome& outcome, bool showsFirst) {
     const bool goesToFirst = showsFirst && !session_.rows.empty();
     if (goesToFirst) SelectFirstPicture();
-    if (!goesToFirst || !outcome.problems.empty()) ShowOutcome(outcome);
+    if (!goesToFirst || !outcome.problems.empty() || line_->Text().isEmpty()) ShowOutcome(outcome);
     if (isClosing_) close();
 }
 
@@ -96,10 +85,14 @@ void Form1::Run(const Command& command) {
     if (!busy_->IsActive()) Conclude(Perform(command), false);
 }
 
+void Form1::RunLong(const Command& command) {
+    if (!busy_->IsActive()) Conclude(Perform(command, kStopText), false);
+}
+
 /// A command over all rows leaves the last one in the view; what is saved next must be the selected one.
 void Form1::RunOverRows(const Command& command) {
     if (busy_->IsActive()) return;
-    const Outcome outcome = Perform(command);
+    const Outcome outcome = Perform(command, kStopText);
     if (outcome.end != Outcome::End::Cancelled) ShowSelectedRowAgain();
     Conclude(outcome, false);
 }
@@ -146,7 +139,7 @@ void Form1::ShowSelectedRow(int row) {
     const Status shown = ShowRow(session_, static_cast<std::size_t>(row));
     RefreshView();
     RefreshMenus();
-    ShowLine(shown ? QString() : LineOf(session_.texts, {shown.error(), row}));
+    ShowLine(shown ? QString() : Shown(ProblemText(session_.texts, {shown.error(), row})));
     // The one reason that has a box of its own; the others stop nobody who moves through the list.
     if (!shown && shown.error().kind == ErrorKind::BadBitDepth) Tell(session_, *ports_, shown.error());
 }
@@ -168,8 +161,7 @@ void Form1::SelectFirstPicture() {
 }
 
 void Form1::ShowOutcome(const Outcome& outcome) {
-    if (!outcome.problems.empty()) return ShowLine(LineOf(session_.texts, outcome.problems.back()));
-    ShowLine(outcome.written > 0 ? Shown(session_.texts.str_Succes) : QString());
+    ShowLine(Shown(OutcomeText(session_.texts, outcome)));
 }
 
 void Form1::ShowLine(const QString& text) {

@@ -60,7 +60,7 @@ class Form1 final : public QMainWindow {
     /// A command of one depth, on the selected row.
     using DepthCommand = Outcome (*)(Session&, Ports&, std::size_t row, std::uint8_t typeCode);
 
-    /// How an entry runs its command: Run or RunOverRows.
+    /// How an entry runs its command: Run, RunLong or RunOverRows.
     using Way = void (Form1::*)(const Command&);
 
     // The layout.
@@ -90,10 +90,11 @@ class Form1 final : public QMainWindow {
 
     // Commands.
     void Run(const Command& command);          ///< unless one is running; shows what it left
+    void RunLong(const Command& command);      ///< the same, and says that Esc stops it
     void RunOverRows(const Command& command);  ///< the same, and shows the selected row again
     void Open(const Command& command);         ///< the same, and goes to the first picture of a new flash
     void OpenAll(const std::vector<std::string>& names);
-    Outcome Perform(const Command& command);
+    Outcome Perform(const Command& command, const QString& atStart = {});  ///< `atStart` stands in the line
     void Conclude(const Outcome& outcome, bool showsFirst);
     void ReadSettings(Session& session, Ports& ports);  ///< and the language; what fails is told
     std::size_t SelectedRow() const;

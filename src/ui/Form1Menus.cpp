@@ -150,12 +150,15 @@ void Form1::MakeViewMenu() {
 void Form1::MakeToolsMenu() {
     QMenu& menu = AddMenu(*menuBar(), "mnu_Tools", "Tools");
     for (const EmbeddedEntry& entry : kEmbeddedEntries)
-        AddCommand(menu, entry.name, entry.caption, [&kind = *entry.kind](Session& session, Ports& ports) {
-            return ExtractEmbedded(session, ports, kind);
-        });
+        AddCommand(
+            menu, entry.name, entry.caption,
+            [&kind = *entry.kind](Session& session, Ports& ports) {
+                return ExtractEmbedded(session, ports, kind);
+            },
+            &Form1::RunLong);
     menu.addSeparator();
-    AddCommand(menu, "mnu_Tools_ExtractFgrP", "Extract from Graph.Patch", ExtractFromPatch);
-    AddCommand(menu, "mnu_Tools_ExtractFGPN", "Extract from GPN", ExtractFromGpn);
+    AddCommand(menu, "mnu_Tools_ExtractFgrP", "Extract from Graph.Patch", ExtractFromPatch, &Form1::RunLong);
+    AddCommand(menu, "mnu_Tools_ExtractFGPN", "Extract from GPN", ExtractFromGpn, &Form1::RunLong);
 }
 
 void Form1::MakeOtherMenus() {

@@ -83,7 +83,7 @@ TEST_F(Form1ToolsTest, ExtractGifsTellsTheirNumberAndTheyShowWhatTheMakerDrew) {
     RunTool("mnu_Tools_FindGIF", source);
     ExpectChoosers(anyFile);
     ExpectBox(" 3", "Succes");
-    EXPECT_EQ(Line(), "Succes");
+    EXPECT_EQ(Line(), "3 files written");
     ASSERT_EQ(ListNames(out), names);
     for (std::size_t i = 0; i < drawings.size(); ++i) ExpectShows(out / names[i], drawings[i]);
 }

@@ -56,7 +56,11 @@ bool Busy::At(double percent) {
 }
 
 bool Busy::eventFilter(QObject* object, QEvent* event) {
-    if (!IsInput(event->type()) || AsksTheUser()) return QObject::eventFilter(object, event);
+    if (!IsInput(event->type())) return QObject::eventFilter(object, event);
+    if (AsksTheUser()) {
+        wasEscapePressedInBox_ |= IsEscape(event);
+        return QObject::eventFilter(object, event);
+    }
     if (IsEscape(event)) Stop();
     return true;
 }

@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QProgressBar>
+#include <utility>
 
 #include "session/Ports.h"
 
@@ -20,6 +21,9 @@ class Busy final : public QObject, public Progress {
 
     /// Asks the command at hand to end after the picture it is at.
     void Stop() { isStopped_ = true; }
+
+    /// True when Esc was pressed in a box of the command since the last call.
+    bool TakeEscapeOfBox() { return std::exchange(wasEscapePressedInBox_, false); }
 
     /// Moves the bar, and now and then lets the window repaint and take in Esc. False once stopped.
     bool At(double percent) override;
@@ -48,6 +52,7 @@ class Busy final : public QObject, public Progress {
     QElapsedTimer sinceBegin_;
     bool isActive_ = false;
     bool isStopped_ = false;
+    bool wasEscapePressedInBox_ = false;
 };
 
 }  // namespace pictavo

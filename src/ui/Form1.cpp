@@ -41,7 +41,8 @@ Form1::Form1(Session session, const WindowServices& services)
     setAcceptDrops(true);
     MakeWidgets();
     busy_.emplace(*progress_);
-    ports_.emplace(Ports{prompts_, *busy_, services_.processes, services_.pictures, services_.associations});
+    prompts_.emplace(services_.prompts, *busy_, isClosing_);
+    ports_.emplace(Ports{*prompts_, *busy_, services_.processes, services_.pictures, services_.associations});
     MakeMenus();
     Connect();
     RefreshAll();

@@ -124,7 +124,6 @@ class Form1 final : public QMainWindow {
     WindowServices services_;
     ViewState view_;
     bool isClosing_ = false;  // wanted while a command ran
-    PromptsWhileOpen prompts_{services_.prompts, isClosing_};
 
     std::shared_ptr<const ByteSource> listed_;  // the flash whose rows the list shows
     PictureListModel model_;
@@ -139,6 +138,7 @@ class Form1 final : public QMainWindow {
     QMenu* picPopup_ = nullptr;
     QHash<QString, QAction*> entries_;
     std::optional<Busy> busy_;
+    std::optional<PromptsWhileOpen> prompts_;
     std::optional<Ports> ports_;
 };
 

@@ -4,8 +4,10 @@
 #include <QDropEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
 #include <set>
@@ -613,6 +615,71 @@ TEST_F(Form1Test, EscStopsACommandOverAllPictures) {
     EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{"stopped before the end"});
     EXPECT_TRUE(Line().starts_with("stopped before the end; ")) << Line();
     EXPECT_LT(Find<QProgressBar>("ProgressBar1").value(), 100);
+}
+
+/// Answers questions by a box of its own, which a key of the test's closes, and the rest by the script.
+class BoxedQuestions final : public Prompts {
+  public:
+    BoxedQuestions(Prompts& scripted, Qt::Key key) : scripted_(scripted), key_(key) {}
+
+    bool Confirm(const Question&) override {
+        ++asked;
+        QMessageBox box(QMessageBox::Question, "", "", QMessageBox::Ok | QMessageBox::Cancel);
+        QTimer::singleShot(0, &box, [this, &box] {
+            box.button(QMessageBox::Cancel)->setFocus();
+            QTest::keyClick(box.button(QMessageBox::Cancel), key_);
+        });
+        return box.exec() == QMessageBox::Ok;
+    }
+    void Tell(const Notice& notice) override { scripted_.Tell(notice); }
+    std::filesystem::path ChooseOpen(const FileChoice& choice) override {
+        return scripted_.ChooseOpen(choice);
+    }
+    std::filesystem::path ChooseSave(const FileChoice& choice) override {
+        return scripted_.ChooseSave(choice);
+    }
+    std::filesystem::path ChooseFolder(const std::string& title) override {
+        return scripted_.ChooseFolder(title);
+    }
+    std::optional<SaveCommand> ChooseSaveCommand() override { return std::nullopt; }
+
+    int asked = 0;
+
+  private:
+    Prompts& scripted_;
+    Qt::Key key_;
+};
+
+TEST_F(Form1Test, EscInAQuestionStopsACommandOverAllPicturesAndCancelDoesNot) {
+    for (const auto& [key, asked] : {std::pair(Qt::Key_Escape, 1), {Qt::Key_Space, 4}}) {
+        Open(FourIcons());
+        std::filesystem::create_directory(temp / "old");
+        for (const char* name : {"0.bmp", "1.bmp", "2.bmp", "3.bmp"})
+            WriteFile(temp / "old" / name, std::string("old"));
+        BoxedQuestions questions(scripted.prompts, key);
+        Form1 window(std::move(session), {questions, scripted.processes, scripted.pictures});
+        window.show();
+        scripted.prompts.Choose(temp / "old");
+        FindEntry(window, "mnu_PopupPictures_SaveAsBMPs")->trigger();
+        EXPECT_EQ(questions.asked, asked);
+        EXPECT_EQ(window.findChild<TextLine*>("Line1")->Text().startsWith("stopped"), asked == 1);
+        EXPECT_EQ(ReadText(temp / "old" / "0.bmp"), "old");
+        session = {};
+        session.workFiles.folder = temp / "work";
+    }
+}
+
+TEST_F(Form1Test, EscInTheQuestionOfCompressionStopsLoadPictures) {
+    Open(FourIcons());
+    std::filesystem::create_directory(temp / "new");
+    for (const char* name : {"new/0.bmp", "new/1.bmp"}) Bitmap(name);
+    BoxedQuestions questions(scripted.prompts, Qt::Key_Escape);
+    Form1 window(std::move(session), {questions, scripted.processes, scripted.pictures});
+    window.show();
+    scripted.prompts.Choose(temp / "new");
+    FindEntry(window, "mnu_PopupPictures_Loads_16bit")->trigger();
+    EXPECT_EQ(questions.asked, 1);
+    EXPECT_FALSE(window.State().replaced.at(1));
 }
 
 TEST_F(Form1Test, WhileACommandRunsNothingElseStartsAndClosingWaits) {

@@ -28,9 +28,15 @@ namespace {
 /// Whatever the desktop's theme: the transparency rules compute against it.
 constexpr QRgb kBackground = 0xFFFFFFFF;
 
+/// Where Qt shows that something is not saved; twice it stands for itself.
+constexpr QLatin1String kModifiedMark("[*]");
+constexpr QLatin1String kShownMark("[*][*]");
+
 QString Title(const FullflashImage& flash) {
     const QString caption = QString(kCaption);
-    return flash.IsOpen() ? QtPath(flash.source->Path().filename()) + " - " + caption : caption;
+    if (!flash.IsOpen()) return caption;
+    const QString name = QtPath(flash.source->Path().filename()).replace(kModifiedMark, kShownMark);
+    return name + kModifiedMark + " - " + caption;
 }
 
 }  // namespace
@@ -174,6 +180,7 @@ void Form1::RefreshAll() {
     info_->setText(session_.flash.IsOpen() ? Shown(IdentificationText(session_.texts, session_.flash))
                                            : QString());
     setWindowTitle(Title(session_.flash));
+    setWindowModified(session_.pngPatchPending || WaitingPictures(session_) > 0);
     RefreshRecentFiles();
     RefreshView();
     RefreshMenus();

@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <set>
 
+#include "core/Version.h"
 #include "support/WindowFixture.h"
 
 namespace pictavo::tests {
@@ -834,6 +835,27 @@ TEST_F(Form1Test, TheLineTellsHowManyPicturesAFolderHeld) {
     scripted.prompts.Choose(temp / "mine.vkp");
     Trigger("mnu_Fullflash_SavePatch");
     EXPECT_EQ(Line(), (temp / "mine.vkp").string() + ": 1 picture");
+}
+
+TEST_F(Form1Test, WhatIsInNoPatchYetIsMarkedInTheTitleAndCounted) {
+    ShowFourIcons();
+    EXPECT_FALSE(form->isWindowModified());
+    Select(1);
+    scripted.prompts.Choose(Bitmap("new.bmp"));
+    scripted.prompts.Expect(Asked::Compress, true);
+    Trigger("mnu_PopupPictures_Load_16bit");
+    EXPECT_TRUE(form->isWindowModified());
+    EXPECT_EQ(form->windowTitle(), QString("flash.bin[*] - ") + kCaption);
+    EXPECT_EQ(Line(), "1 replaced picture not in a patch yet");
+    scripted.prompts.Choose(temp / "mine");
+    Trigger("mnu_Fullflash_SavePatch");
+    EXPECT_FALSE(form->isWindowModified());
+}
+
+TEST_F(Form1Test, ANameThatHoldsTheMarkIsShownWithIt) {
+    Open(FourIcons(), "a[*].bin");
+    Show();
+    EXPECT_EQ(form->windowTitle(), QString("a[*][*].bin[*] - ") + kCaption);
 }
 
 TEST_F(Form1Test, TheLineTellsThatANameWasPassedOver) {

@@ -33,11 +33,14 @@ void Describe(QFileDialog& dialog, const FileChoice& choice) {
     if (!choice.suggestedName.empty()) dialog.selectFile(QString::fromStdString(choice.suggestedName));
 }
 
-/// The chosen path; empty when cancelled. The folder is kept for the next time.
+/// The chosen path; empty when cancelled. Its folder, which a typed path may name anew, is kept for the next
+/// time.
 std::filesystem::path Ask(QFileDialog& dialog, QString& folder) {
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-    folder = dialog.directory().absolutePath();
-    return StdPath(dialog.selectedFiles().constFirst());
+    const QFileInfo chosen(dialog.selectedFiles().constFirst());
+    const bool isFolder = dialog.fileMode() == QFileDialog::Directory;
+    folder = isFolder ? chosen.absoluteFilePath() : chosen.absolutePath();
+    return StdPath(chosen.filePath());
 }
 
 }  // namespace

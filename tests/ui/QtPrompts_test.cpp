@@ -123,6 +123,24 @@ TEST_F(QtPromptsTest, TheFolderUsedLastIsOfferedAgain) {
     prompts.ChooseOpen(choice);
 }
 
+TEST_F(QtPromptsTest, OfAPathTypedWholeTheFilesFolderIsOfferedAgain) {
+    std::filesystem::create_directory(temp / "typed");
+    WriteFile(temp / "typed" / "a.bin", std::string("x"));
+    WithNext<QFileDialog>([this](QFileDialog& dialog) {
+        dialog.setDirectory(QString::fromStdString(temp.Path().string()));
+        dialog.findChild<QLineEdit*>("fileNameEdit")
+            ->setText(QString::fromStdString((temp / "typed" / "a.bin").string()));
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    const FileChoice choice{"Select", {{"All", {"*"}}}, "", ""};
+    EXPECT_EQ(prompts.ChooseOpen(choice), temp / "typed" / "a.bin");
+    WithNext<QFileDialog>([this](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().absolutePath().toStdString(), (temp / "typed").string());
+        dialog.reject();
+    });
+    prompts.ChooseOpen(choice);
+}
+
 TEST_F(QtPromptsTest, ThePopupIsTheWindows) {
     EXPECT_EQ(prompts.ChooseSaveCommand(), SaveCommand::Png);
 }

@@ -23,6 +23,7 @@ namespace {
 using namespace pictavo;
 
 constexpr int kShownRow = 29;
+constexpr QSize kSize(1060, 640);  // whatever the screen
 
 class Screenshots {
   public:
@@ -30,7 +31,7 @@ class Screenshots {
 
     bool Take() {
         ShowRow(kShownRow);
-
+        form_.resize(kSize);
         Save(form_.grab(), "window");
         SavePopup("mnu_PopupPictures", "popup");
         QTimer::singleShot(0, &form_, [this] { SaveDialog("settings"); });

@@ -2,6 +2,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QProgressBar>
+#include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -32,10 +33,11 @@ void Form1::MakeWidgets() {
     splitter->setStretchFactor(1, kViewShare);
     setCentralWidget(splitter);
     MakeBottom();
-    setMinimumSize(kLeastSize);
-    resize(kSize);
-    splitter->setSizes({kSize.width() * kListShare / (kListShare + kViewShare),
-                        kSize.width() * kViewShare / (kListShare + kViewShare)});
+    const QSize available = screen()->availableSize();
+    setMinimumSize(kLeastSize.boundedTo(available));
+    resize(kSize.boundedTo(available));
+    splitter->setSizes({width() * kListShare / (kListShare + kViewShare),
+                        width() * kViewShare / (kListShare + kViewShare)});
 }
 
 QWidget* Form1::MakeLeftSide() {

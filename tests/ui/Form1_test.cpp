@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabWidget>
 #include <QTimer>
 #include <set>
@@ -856,6 +857,13 @@ TEST_F(Form1Test, ANameThatHoldsTheMarkIsShownWithIt) {
     Open(FourIcons(), "a[*].bin");
     Show();
     EXPECT_EQ(form->windowTitle(), QString("a[*][*].bin[*] - ") + kCaption);
+}
+
+TEST_F(Form1Test, TheWindowOpensNoLargerThanTheScreen) {
+    Show();
+    const QSize available = form->screen()->availableSize();
+    ASSERT_LT(available.width(), 1060);
+    EXPECT_EQ(form->size(), QSize(1060, 640).boundedTo(available));
 }
 
 TEST_F(Form1Test, TheLineTellsThatANameWasPassedOver) {

@@ -56,6 +56,7 @@ Outcome ExtractEmbeddedTo(Session& session, Ports& ports, const EmbeddedKind& ki
     if (!targets) return Refuse(session, ports, targets.error());
     Outcome outcome = Carve(session, ports, kind, **file, *targets);
     outcome.note = FilesWrittenText(outcome.written);
+    if (!WasStopped(outcome)) ports.progress.At(100);
     TellProblems(ports, outcome);
     if (!WasStopped(outcome)) ports.prompts.Tell(CountedCompletion(session.texts, outcome.written));
     return outcome;

@@ -47,6 +47,7 @@ bool AsksTheUser() {
 }  // namespace
 
 bool Busy::At(double percent) {
+    bar_.show();
     bar_.setValue(static_cast<int>(percent));
     if (sinceYield_.elapsed() >= kYieldMilliseconds) {
         QCoreApplication::processEvents();
@@ -78,6 +79,7 @@ void Busy::End() {
     // What was pressed while a long command ran is dropped with it.
     if (sinceBegin_.elapsed() >= kLongMilliseconds) QCoreApplication::processEvents();
     qApp->removeEventFilter(this);
+    bar_.hide();
     isActive_ = false;
 }
 

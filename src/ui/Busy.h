@@ -14,7 +14,7 @@ namespace pictavo {
 
 class Busy final : public QObject, public Progress {
   public:
-    /// `bar` shows how far a command is.
+    /// `bar` shows how far a command is, and is seen only while one is at work.
     explicit Busy(QProgressBar& bar) : bar_(bar) {}
 
     bool IsActive() const { return isActive_; }

@@ -84,6 +84,7 @@ void Form1::MakeBottom() {
     progress_->setRange(0, 100);
     progress_->setValue(0);
     progress_->setMaximumWidth(kBarWidth);
+    progress_->hide();  // but while a command is at work
     line_ = new TextLine;
     line_->setObjectName("Line1");
     statusBar()->addWidget(line_, 1);

@@ -5,6 +5,7 @@
 #include <QFontDatabase>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QStyle>
 #include <algorithm>
 #include <array>
@@ -17,6 +18,8 @@ namespace {
 
 constexpr QLatin1String kDigits("0123456789");
 constexpr QLatin1String kHexDigits("0123456789ABCDEF");
+
+constexpr const char* kEmptyText = "Open a fullflash (Ctrl+O) or drop one here";
 
 /// Of the longest usual text of each column, and whether hexadecimal digits occur in it.
 struct TypicalText {
@@ -119,6 +122,14 @@ void PictureList::mousePressEvent(QMouseEvent* event) {
     if (pressed.isValid() && pressed.row() == before) emit RowShown(before);
     if (event->button() == Qt::RightButton && HasRows())
         emit ContextMenuWanted(event->globalPosition().toPoint());
+}
+
+void PictureList::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    if (HasRows()) return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, kEmptyText);
 }
 
 void PictureList::contextMenuEvent(QContextMenuEvent* event) {

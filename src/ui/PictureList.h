@@ -10,7 +10,7 @@ namespace pictavo {
 /// Made for PictureListModel. Rows are of one height and columns sized for what they can hold, so that no row
 /// is asked for before it is seen. The current row, as a whole, is the selected one, whatever keys are held.
 /// Digits typed quickly one after the other move to the picture of that number, if there is one; leading
-/// zeros are free.
+/// zeros are free. A list without rows says how to come by some.
 class PictureList final : public QTreeView {
     Q_OBJECT
 
@@ -37,6 +37,7 @@ class PictureList final : public QTreeView {
                                                          const QEvent* event) const override;
     void mousePressEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
   private:
     bool HasRows() const { return model() != nullptr && model()->rowCount() > 0; }

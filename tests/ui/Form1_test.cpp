@@ -866,6 +866,34 @@ TEST_F(Form1Test, TheWindowOpensNoLargerThanTheScreen) {
     EXPECT_EQ(form->size(), QSize(1060, 640).boundedTo(available));
 }
 
+TEST_F(Form1Test, TheBarIsSeenOnlyWhileACommandIsAtWork) {
+    ShowFourIcons();
+    const auto& bar = Find<QProgressBar>("ProgressBar1");
+    EXPECT_TRUE(bar.isHidden());
+    bool wasSeen = false;
+    scripted.prompts.whenTold = [&] { wasSeen = bar.isVisible(); };
+    scripted.prompts.Choose(temp / "out");
+    Trigger("mnu_PopupPictures_SaveAsBMPs");
+    EXPECT_TRUE(wasSeen);
+    EXPECT_TRUE(bar.isHidden());
+}
+
+TEST_F(Form1Test, AListWithoutRowsSaysHowToComeBySome) {
+    Show();
+    const QImage empty = List().viewport()->grab().toImage();
+    const auto isPlain = [](const QImage& image) {
+        QImage plain = image;
+        plain.fill(image.pixel(0, 0));
+        return plain == image;
+    };
+    EXPECT_FALSE(isPlain(empty));
+    Open(FourIcons());
+    Drop({flashPath});
+    const int below = List().visualRect(List().model()->index(3, 0)).bottom() + 2;
+    const QImage filled = List().viewport()->grab().toImage();
+    EXPECT_TRUE(isPlain(filled.copy(0, below, filled.width(), filled.height() - below)));
+}
+
 TEST_F(Form1Test, TheLineTellsThatANameWasPassedOver) {
     Open(FourIcons());
     CloseFullflash(session);

@@ -198,6 +198,11 @@ std::size_t Form1::SelectedRow() const {
     return static_cast<std::size_t>(std::max(list_->currentIndex().row(), 0));
 }
 
+QString Form1::CancelCaption() const {
+    const auto caption = session_.texts.captions.find("Form2.Command4");
+    return caption == session_.texts.captions.end() ? QString() : Shown(caption->second);
+}
+
 /// Another flash has other rows; the same one at most other bold ones.
 void Form1::RefreshList() {
     if (std::exchange(listed_, session_.flash.source) == session_.flash.source)

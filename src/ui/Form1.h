@@ -49,6 +49,9 @@ class Form1 final : public QMainWindow {
 
     const Session& State() const { return session_; }
 
+    /// What the language file calls Cancel; empty where it does not.
+    QString CancelCaption() const;
+
   protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;

@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPushButton>
 
 #include "core/Version.h"
 #include "shell/QtPath.h"
@@ -45,9 +46,11 @@ std::filesystem::path Ask(QFileDialog& dialog, QString& folder) {
 
 }  // namespace
 
-void QtPrompts::Attach(QWidget* window, std::function<std::optional<SaveCommand>()> popup) {
+void QtPrompts::Attach(QWidget* window, std::function<std::optional<SaveCommand>()> popup,
+                       std::function<QString()> cancelCaption) {
     window_ = window;
     popup_ = std::move(popup);
+    cancelCaption_ = std::move(cancelCaption);
 }
 
 QWidget* QtPrompts::Parent() const {
@@ -63,6 +66,8 @@ bool QtPrompts::Confirm(const Question& question) {
     QMessageBox box(QMessageBox::Question, BoxTitle(question.title), Shown(question.text),
                     QMessageBox::Ok | QMessageBox::Cancel, Parent());
     box.setTextFormat(Qt::PlainText);
+    const QString cancel = cancelCaption_();
+    if (!cancel.isEmpty()) box.button(QMessageBox::Cancel)->setText(WithoutMnemonic(cancel));
     const bool losesSomething = question.about == Asked::Overwrite;
     box.setDefaultButton(losesSomething ? QMessageBox::Cancel : QMessageBox::Ok);
     return box.exec() == QMessageBox::Ok;

@@ -12,9 +12,11 @@ namespace pictavo {
 
 class QtPrompts final : public Prompts {
   public:
-    /// Boxes stand over `window`; `popup` shows the picture's popup menu. Must be called before the first
-    /// question.
-    void Attach(QWidget* window, std::function<std::optional<SaveCommand>()> popup);
+    /// Boxes stand over `window`; `popup` shows the picture's popup menu; `cancelCaption` is what Cancel is
+    /// called, empty for Qt's own word. Must be called before the first question.
+    void Attach(
+        QWidget* window, std::function<std::optional<SaveCommand>()> popup,
+        std::function<QString()> cancelCaption = [] { return QString(); });
 
     bool Confirm(const Question& question) override;
     void Tell(const Notice& notice) override;
@@ -29,6 +31,7 @@ class QtPrompts final : public Prompts {
 
     QWidget* window_ = nullptr;
     std::function<std::optional<SaveCommand>()> popup_;
+    std::function<QString()> cancelCaption_ = [] { return QString(); };
     QString folder_;  // used last; empty for the current one
 };
 

@@ -1,6 +1,7 @@
 /// Pictavo, the window. Arguments: the files to open.
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -21,6 +22,7 @@
 #include "ui/Form1.h"
 #include "ui/GivenNames.h"
 #include "ui/QtPrompts.h"
+#include "ui/QtTranslation.h"
 
 namespace {
 
@@ -47,7 +49,8 @@ int RunWindow(const std::filesystem::path& workFolder, const std::vector<std::st
     SystemAssociations associations(*store, prompts);
     const WindowServices services{prompts, processes, pictures, &associations, RunningProgram(), showReadMe};
     Form1 form(MakeSession(workFolder), services);
-    prompts.Attach(&form, [&form] { return form.PickSaveCommand(); });
+    prompts.Attach(
+        &form, [&form] { return form.PickSaveCommand(); }, [&form] { return form.CancelCaption(); });
     form.show();
     QTimer::singleShot(0, &form, [&] { form.Start(names); });
     return QApplication::exec();
@@ -68,6 +71,8 @@ int main(int count, char** arguments) {
     QApplication::setApplicationVersion(kVersion);
     QApplication::setWindowIcon(AppIcon());
     QApplication::setDesktopFileName("pictavo");  // whose icon a desktop shows for the window
+    QTranslator translator;
+    InstallQtTranslation(translator, QLocale(), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
     const auto workFolder = WorkFolder::Open();
     if (!workFolder) return Refuse(workFolder.error());
     return RunWindow(workFolder->Path(), GivenNames(count, arguments));

@@ -141,6 +141,15 @@ TEST_F(QtPromptsTest, OfAPathTypedWholeTheFilesFolderIsOfferedAgain) {
     prompts.ChooseOpen(choice);
 }
 
+TEST_F(QtPromptsTest, CancelIsCalledAsTheLanguageFileSays) {
+    prompts.Attach(
+        &window, [] { return SaveCommand::Png; }, [] { return QString("Anders"); });
+    Confirm(Asked::Compress, [](QMessageBox& box) {
+        EXPECT_EQ(box.button(QMessageBox::Cancel)->text(), "Anders");
+        box.close();
+    });
+}
+
 TEST_F(QtPromptsTest, ThePopupIsTheWindows) {
     EXPECT_EQ(prompts.ChooseSaveCommand(), SaveCommand::Png);
 }

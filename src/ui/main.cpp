@@ -4,6 +4,7 @@
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QTimer>
+#include <iostream>
 
 #include "core/ErrorText.h"
 #include "core/FullDisks.h"
@@ -21,6 +22,7 @@
 #include "ui/AppIcon.h"
 #include "ui/Form1.h"
 #include "ui/GivenNames.h"
+#include "ui/ProgramInformation.h"
 #include "ui/QtPrompts.h"
 #include "ui/QtTranslation.h"
 
@@ -66,6 +68,10 @@ int Refuse(const Error& error) {
 
 int main(int count, char** arguments) {
     ReportFullDisks();
+    if (const auto information = InformationAskedFor({arguments + 1, arguments + count})) {
+        std::cout << *information << std::flush;
+        return std::cout ? 0 : 1;
+    }
     QApplication application(count, arguments);
     QApplication::setApplicationName("Pictavo");
     QApplication::setApplicationVersion(kVersion);

@@ -177,8 +177,7 @@ void Form1::ShowLine(const QString& text) {
 
 void Form1::RefreshAll() {
     RefreshList();
-    info_->setText(session_.flash.IsOpen() ? Shown(IdentificationText(session_.texts, session_.flash))
-                                           : QString());
+    RefreshInfo();
     setWindowTitle(Title(session_.flash));
     setWindowModified(session_.pngPatchPending || WaitingPictures(session_) > 0);
     RefreshRecentFiles();
@@ -203,6 +202,11 @@ QString Form1::CancelCaption() const {
     return caption == session_.texts.captions.end() ? QString() : Shown(caption->second);
 }
 
+void Form1::RefreshInfo() {
+    info_->setText(session_.flash.IsOpen() ? Shown(IdentificationText(session_.texts, session_.flash))
+                                           : QString());
+}
+
 /// Another flash has other rows; the same one at most other bold ones.
 void Form1::RefreshList() {
     if (std::exchange(listed_, session_.flash.source) == session_.flash.source)
@@ -222,6 +226,8 @@ void Form1::RefreshView() {
 void Form1::Settled() {
     transparency_->setChecked(session_.settings.Transparency);
     RefreshCaptions();
+    RefreshInfo();
+    ShowLine(Shown(MissingLanguageText(session_)));
 }
 
 void Form1::RefreshCaptions() {

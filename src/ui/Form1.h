@@ -33,6 +33,7 @@ struct WindowServices {
     Associations* associations = nullptr;   ///< null: the start asks nothing about file types
     std::filesystem::path executable = {};  ///< what a file type would be registered for
     std::function<void()> showReadMe = [] {};
+    std::filesystem::path readMe = {};  ///< what that shows
 };
 
 class Form1 final : public QMainWindow {
@@ -110,10 +111,12 @@ class Form1 final : public QMainWindow {
     void ShowSettings();
     void ShowChannels(ChannelsMode mode);
     void ShowAbout();
+    void ShowReadMe();
 
     // What is shown of the session.
     void RefreshAll();
     void RefreshList();
+    void RefreshInfo();
     void RefreshView();
     void RefreshMenus();
     void RefreshViewMenu();

@@ -2,6 +2,7 @@
 #include <QMenuBar>
 #include <array>
 
+#include "core/BasicCalculations_Tarsk.h"
 #include "session/ChangePng.h"
 #include "session/Compression.h"
 #include "session/ExtractEmbedded.h"
@@ -14,6 +15,8 @@
 #include "session/SaveAllPictures.h"
 #include "session/SavePatch.h"
 #include "session/SavePicture.h"
+#include "session/StatusText.h"
+#include "shell/QtPath.h"
 #include "ui/AboutText.h"
 #include "ui/Form1.h"
 #include "ui/Form2.h"
@@ -67,6 +70,10 @@ constexpr std::array kEmbeddedEntries = {
 
 Outcome SaveShownAsGpf(Session& session, Ports& ports, std::size_t, std::uint8_t typeCode) {
     return SaveAsGpf(session, ports, typeCode);
+}
+
+Problem MissingReadMe(const std::filesystem::path& path) {
+    return {{ErrorKind::FileMissing, path, std::nullopt, "can not be opened"}, std::nullopt};
 }
 
 Outcome SaveThePatch(Session& session, Ports& ports) {
@@ -168,7 +175,7 @@ void Form1::MakeOtherMenus() {
     QMenu& help = AddMenu(*menuBar(), "mnu_Help", "Help");
     QAction& readMe = AddEntry(help, "mnu_Help_ReadMe", "ReadMe");
     readMe.setShortcut(QKeySequence::HelpContents);
-    connect(&readMe, &QAction::triggered, this, [this] { services_.showReadMe(); });
+    connect(&readMe, &QAction::triggered, this, [this] { ShowReadMe(); });
     QAction& about = AddEntry(help, "mnu_Help_About", "About");
     connect(&about, &QAction::triggered, this, [this] { ShowAbout(); });
 }
@@ -303,8 +310,18 @@ void Form1::ShowSettings() {
         Form2 dialog(
             session, ports, [this] { Settled(); }, this);
         dialog.exec();
-        return Outcome();
+        Outcome outcome;
+        outcome.note = MissingLanguageText(session);
+        return outcome;
     });
+}
+
+/// Whether a program for text files came up is not known, so the line tells where the text stands.
+void Form1::ShowReadMe() {
+    services_.showReadMe();
+    ShowLine(FileMissing(services_.readMe)
+                 ? Shown(ProblemText(session_.texts, MissingReadMe(services_.readMe)))
+                 : QtPath(services_.readMe));
 }
 
 void Form1::ShowChannels(ChannelsMode mode) {

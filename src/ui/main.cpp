@@ -4,8 +4,10 @@
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QTimer>
+#include <algorithm>
 #include <iostream>
 
+#include "core/BasicCalculations_Tarsk.h"
 #include "core/ErrorText.h"
 #include "core/FullDisks.h"
 #include "core/Version.h"
@@ -30,6 +32,8 @@ namespace {
 
 using namespace pictavo;
 
+constexpr const char* kReadMe = "ReadMe.txt";
+
 /// Where things lie, and the settings that hold without a file.
 Session MakeSession(const std::filesystem::path& workFolder) {
     Session session;
@@ -42,6 +46,14 @@ Session MakeSession(const std::filesystem::path& workFolder) {
     return session;
 }
 
+/// The one that is shown, or where it was to be.
+std::filesystem::path ReadMeFile() {
+    const auto folders = DataFolders(ProgramFolder());
+    const auto found = std::find_if(folders.begin(), folders.end(),
+                                    [](const auto& folder) { return !FileMissing(folder / kReadMe); });
+    return (found != folders.end() ? *found : folders.front()) / kReadMe;
+}
+
 int RunWindow(const std::filesystem::path& workFolder, const std::vector<std::string>& names) {
     QtPrompts prompts;
     ChildProcessRunner processes;
@@ -49,7 +61,8 @@ int RunWindow(const std::filesystem::path& workFolder, const std::vector<std::st
     const auto showReadMe = [] { ShowReadMe(DataFolders(ProgramFolder())); };
     const auto store = MakeSystemStore(processes, AppIconPng);
     SystemAssociations associations(*store, prompts);
-    const WindowServices services{prompts, processes, pictures, &associations, RunningProgram(), showReadMe};
+    const WindowServices services{prompts,          processes,  pictures,    &associations,
+                                  RunningProgram(), showReadMe, ReadMeFile()};
     Form1 form(MakeSession(workFolder), services);
     prompts.Attach(
         &form, [&form] { return form.PickSaveCommand(); }, [&form] { return form.CancelCaption(); });

@@ -33,6 +33,7 @@ class WindowFixture : public SessionFixture {
         services.associations = associations;
         services.executable = "/opt/pictavo";
         services.showReadMe = [this] { ++readMeShown; };
+        services.readMe = temp / "ReadMe.txt";
         form = std::make_unique<Form1>(std::move(session), services);
         form->show();
     }

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDropEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
@@ -892,6 +893,32 @@ TEST_F(Form1Test, AListWithoutRowsSaysHowToComeBySome) {
     const int below = List().visualRect(List().model()->index(3, 0)).bottom() + 2;
     const QImage filled = List().viewport()->grab().toImage();
     EXPECT_TRUE(isPlain(filled.copy(0, below, filled.width(), filled.height() - below)));
+}
+
+TEST_F(Form1Test, TheLineTellsWhereTheReadMeStands) {
+    Show();
+    Trigger("mnu_Help_ReadMe");
+    EXPECT_EQ(Line(), (temp / "ReadMe.txt").string() + " fnExi!");
+    WriteFile(temp / "ReadMe.txt", std::string("x"));
+    Trigger("mnu_Help_ReadMe");
+    EXPECT_EQ(Line(), (temp / "ReadMe.txt").string());
+}
+
+TEST_F(Form1Test, AfterApplyTheLineTellsALanguageThatHasNoFileAndTheInformationIsRelabelled) {
+    ShowFourIcons();
+    WithDialog([this](QWidget& dialog) {
+        EXPECT_EQ(Line(), "Test.lng was not found");
+        WriteLanguage("str_mModel=Modell\r\n");
+        dialog.findChild<QLineEdit*>("Text1")->setText("x");
+        dialog.findChild<QPushButton*>("Command3")->click();
+        EXPECT_EQ(Line(), "");
+        EXPECT_TRUE(Find<QLabel>("FFinfol").text().startsWith("Modell: "));
+        dialog.findChild<QLineEdit*>("Text2")->setText("None");
+        dialog.findChild<QPushButton*>("Command3")->click();
+        EXPECT_EQ(Line(), "None.lng was not found");
+    });
+    Trigger("mnu_Settings");
+    EXPECT_EQ(Line(), "None.lng was not found");
 }
 
 TEST_F(Form1Test, TheLineTellsThatANameWasPassedOver) {

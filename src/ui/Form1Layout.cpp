@@ -1,10 +1,12 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QProgressBar>
 #include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -16,10 +18,14 @@ namespace {
 
 constexpr QSize kSize(1060, 640);
 constexpr QSize kLeastSize(760, 520);
-constexpr int kListShare = 3;  // of the window's width, against kViewShare
-constexpr int kViewShare = 2;
 constexpr int kInfoLines = 6;
 constexpr int kBarWidth = 220;
+
+int WidthOfColumns(const PictureList& list) {
+    const int scrollBar = list.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int frames = 2 * (list.frameWidth() + list.style()->pixelMetric(QStyle::PM_DefaultFrameWidth));
+    return list.header()->length() + scrollBar + frames;
+}
 
 }  // namespace
 
@@ -29,15 +35,14 @@ void Form1::MakeWidgets() {
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(MakeLeftSide());
     splitter->addWidget(MakeRightSide());
-    splitter->setStretchFactor(0, kListShare);
-    splitter->setStretchFactor(1, kViewShare);
+    splitter->setStretchFactor(1, 1);  // what a wide window has more is the picture's
     setCentralWidget(splitter);
     MakeBottom();
     const QSize available = screen()->availableSize();
     setMinimumSize(kLeastSize.boundedTo(available));
     resize(kSize.boundedTo(available));
-    splitter->setSizes({width() * kListShare / (kListShare + kViewShare),
-                        width() * kViewShare / (kListShare + kViewShare)});
+    const int list = WidthOfColumns(*list_);
+    splitter->setSizes({list, width() - list});
 }
 
 QWidget* Form1::MakeLeftSide() {

@@ -867,6 +867,17 @@ TEST_F(Form1Test, TheWindowOpensNoLargerThanTheScreen) {
     EXPECT_EQ(form->size(), QSize(1060, 640).boundedTo(available));
 }
 
+TEST_F(Form1Test, WhatAWideWindowHasMoreIsThePicturesSide) {
+    ShowFourIcons();
+    QApplication::processEvents();
+    const int list = List().width();
+    const int box = Find<QFrame>("PICframe").width();
+    form->resize(form->width() + 300, form->height());
+    QApplication::processEvents();
+    EXPECT_EQ(List().width(), list);
+    EXPECT_EQ(Find<QFrame>("PICframe").width(), box + 300);
+}
+
 TEST_F(Form1Test, TheBarIsSeenOnlyWhileACommandIsAtWork) {
     ShowFourIcons();
     const auto& bar = Find<QProgressBar>("ProgressBar1");

@@ -47,6 +47,11 @@ std::string AsJson(const std::vector<PatchMismatch>& mismatches) {
     return list.dump(2) + "\n";
 }
 
+std::string CountText(const Pair& pair) {
+    return std::to_string(pair.mismatches.size()) + " of " + std::to_string(pair.entries.size()) +
+           " lines differ";
+}
+
 class CheckCommand final : public Command {
   public:
     CheckCommand() : Command("check", "Tell whether a patch's old bytes stand in a fullflash") {}
@@ -61,7 +66,8 @@ class CheckCommand final : public Command {
         const auto pair = OpenPair(patch_, flash_);
         if (!pair) return front.Fail(pair.error());
         const int printed = front.Print(json_ ? AsJson(pair->mismatches) : AsLines(pair->mismatches));
-        return pair->mismatches.empty() ? printed : kFailed;
+        if (pair->mismatches.empty()) return printed;
+        return front.Fail({ErrorKind::Malformed, patch_, std::nullopt, CountText(*pair)});
     }
 
   private:

@@ -67,7 +67,9 @@ class ConvertCommand final : public Command {
 
     std::string UsageError() const override {
         if (!CanBeWritten(LoweredExtension(out_))) return "OUT must end in .bmp, .png, .gpf or .gpf2";
-        if (!ParseType(type_)) return "--type: \"" + type_ + "\" is no type code that can be written";
+        if (!ParseType(type_))
+            return "--type: \"" + type_ + "\" is no type code that can be written: " + WrittenTypes(0) +
+                   ", " + WrittenTypes(kCompressedBit);
         if (ParsePictureNumber(number_).value_or(kMostNumber + 1) > kMostNumber)
             return "--number: \"" + number_ + "\" is no number of 0 to " + std::to_string(kMostNumber);
         return {};

@@ -24,6 +24,7 @@ class ExtractCommand : public Command {
         CommandSession run(front, options_);
         const Outcome outcome = Extract(run, source_, folder_);
         const int status = front.Report(outcome);
+        if (status == kDone && outcome.written == 0) TellNothingFound(front, source_);
         return outcome.end == Outcome::End::Done ? std::max(front.Print(Result(outcome)), status) : status;
     }
 
@@ -33,6 +34,9 @@ class ExtractCommand : public Command {
 
     /// What goes to standard output.
     virtual std::string Result(const Outcome&) const { return {}; }
+
+    /// Says on standard error that there was nothing to write, where the result does not.
+    virtual void TellNothingFound(Front&, const std::filesystem::path&) const {}
 
     void DeclareSource(CLI::App& app, const std::string& name, const std::string& description) {
         AddPath(app, name, source_, description)->required();
@@ -113,6 +117,13 @@ class ExtractPatchCommand final : public ExtractCommand {
     Outcome Extract(CommandSession& run, const std::filesystem::path& source,
                     const std::filesystem::path& folder) const override {
         return ExtractFromPatchTo(run.session, run.ports, source, folder);
+    }
+
+    /// Told, but no failure: a patch need not hold a picture.
+    void TellNothingFound(Front& front, const std::filesystem::path& source) const override {
+        front.Complain(Problem{
+            {ErrorKind::UnknownFile, source, std::nullopt, "holds no section of a picture or PNG file"},
+            std::nullopt});
     }
 };
 

@@ -9,6 +9,7 @@
 #include "core/PathText.h"
 #include "core/SystemNames.h"
 #include "session/ChangePng.h"
+#include "session/Names.h"
 #include "session/ReplacePictures.h"
 #include "session/Report.h"
 #include "session/SavePatch.h"
@@ -44,6 +45,13 @@ std::optional<Replacement> ParseReplacement(const std::string& text) {
     if (at != std::string::npos) replacement.type = ParseBits(replacement.file.substr(at + 1));
     if (replacement.type) replacement.file.resize(at);
     return replacement.file.empty() ? std::nullopt : std::optional(replacement);
+}
+
+/// Of a name that ends in a number of bits that there is not: such an end belongs to the name.
+std::string BitsHint(const std::string& file) {
+    const std::size_t at = file.rfind('@');
+    if (at == std::string::npos || !ParsePictureNumber(std::string_view(file).substr(at + 1))) return "";
+    return " (" + file.substr(at) + " is part of the name; bits are @1, @8, @16 or @24)";
 }
 
 std::string SectionLine(const PatchSection& section) {
@@ -98,6 +106,7 @@ class PatchCommand final : public Command {
         if (const Status ready = run.NeedWorkFiles(); !ready) return front.Fail(ready.error());
         Outcome replaced = ReplaceAll(run);
         if (replaced.end != Outcome::End::Done || WasStopped(replaced)) return front.Report(replaced);
+        if (HeldNothing(replaced)) front.Complain(Problem{NoFileFits(run.session), std::nullopt});
         std::string pngLines;
         if (const Outcome changed = ChangePngs(run, pngLines); !changed.IsClean())
             return front.Report(After(replaced, changed));
@@ -155,8 +164,24 @@ class PatchCommand final : public Command {
         if (index >= run.session.rows.size()) return Outcome::Refused(NoSuchPicture(), replacement.number);
         Outcome outcome = ReplaceFrom(run.session, run.ports, index, PathOf(replacement.file),
                                       replacement.type.value_or(*ParseBits(bits_)));
-        for (Problem& problem : outcome.problems) problem.number = replacement.number;
+        for (Problem& problem : outcome.problems) {
+            problem.number = replacement.number;
+            if (problem.error.kind == ErrorKind::FileMissing)
+                problem.error.detail += BitsHint(replacement.file);
+        }
         return outcome;
+    }
+
+    bool HeldNothing(const Outcome& replaced) const {
+        return !folder_.empty() && replaced.written == 0 && replaced.problems.empty();
+    }
+
+    /// Told, but no failure: the patch that holds its banner alone is written.
+    Error NoFileFits(const Session& session) const {
+        const std::string name = NumberName(session.settings, 0);
+        return {
+            ErrorKind::SourceMissing, folder_, std::nullopt,
+            "holds no file named by the number of a picture, such as " + name + ".bmp or " + name + ".gpf"};
     }
 
     Error NoSuchPicture() const {

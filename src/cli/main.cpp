@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "cli/Command.h"
+#include "cli/Examples.h"
 #include "cli/Terminal.h"
 #include "core/ConsoleText.h"
 #include "core/FullDisks.h"
@@ -42,31 +43,42 @@ std::string EmptyTextError(const std::string& text) {
     return text.empty() ? "an empty text is no value" : "";
 }
 
-CLI::App* DeclareCommand(CLI::App& app, Command& command) {
-    CLI::App* sub = app.add_subcommand(command.Name(), command.Description());
-    command.Declare(*sub);
-    for (CLI::Option* option : sub->get_options())
-        if (TakesText(*option)) option->check(EmptyTextError);
-    return sub;
-}
-
 /// As the usage line names it; empty for what can be left out.
 std::string UsageOf(const CLI::Option& option) {
     if (option.get_positional()) return " " + option.get_name(true);
     return option.get_required() ? " " + option.get_name() + " " + option.get_option_text() : "";
 }
 
-/// The last line of what standard error gets on wrong usage.
-std::string UsageLine(const CLI::App& app, const CLI::App* sub) {
-    if (sub == nullptr) return "Usage: pictavo-cli COMMAND ARGUMENTS [OPTIONS]; see pictavo-cli --help";
+std::string UsageOf(const CLI::App& sub) {
     std::string arguments;
-    for (const CLI::Option* option : sub->get_options()) arguments += UsageOf(*option);
-    return "Usage: " + app.get_name() + " " + sub->get_name() + arguments + " [OPTIONS]; see pictavo-cli " +
-           sub->get_name() + " --help";
+    for (const CLI::Option* option : sub.get_options()) arguments += UsageOf(*option);
+    return "Usage: pictavo-cli " + sub.get_name() + arguments + " [OPTIONS]";
 }
 
-int WrongUsage(const CLI::App& app, const CLI::App* sub, const std::string& message) {
-    return Front{std::cout, std::cerr, {}, {}}.WrongUsage(message, UsageLine(app, sub));
+/// The last line of what standard error gets on wrong usage.
+std::string UsageLine(const CLI::App* sub) {
+    if (sub == nullptr) return "Usage: pictavo-cli COMMAND ARGUMENTS [OPTIONS]; see pictavo-cli --help";
+    return UsageOf(*sub) + "; see pictavo-cli " + sub->get_name() + " --help";
+}
+
+/// The help of a command names its required options where an error does.
+class HelpOfCommand final : public CLI::Formatter {
+  public:
+    std::string make_usage(const CLI::App* sub, std::string) const override { return UsageOf(*sub) + "\n"; }
+};
+
+CLI::App* DeclareCommand(CLI::App& app, Command& command) {
+    CLI::App* sub = app.add_subcommand(command.Name(), command.Description());
+    command.Declare(*sub);
+    sub->footer("Example: " + ExampleOf(command.Name()));
+    sub->formatter(std::make_shared<HelpOfCommand>());
+    for (CLI::Option* option : sub->get_options())
+        if (TakesText(*option)) option->check(EmptyTextError);
+    return sub;
+}
+
+int WrongUsage(const CLI::App* sub, const std::string& message) {
+    return Front{std::cout, std::cerr, {}, {}}.WrongUsage(message, UsageLine(sub));
 }
 
 const CLI::App* ParsedCommand(const CLI::App& app) {
@@ -74,10 +86,46 @@ const CLI::App* ParsedCommand(const CLI::App& app) {
     return parsed.empty() ? nullptr : parsed.front();
 }
 
-int RunCommand(Command& command, const CLI::App& app, const CLI::App* sub) {
-    if (const std::string error = command.UsageError(); !error.empty()) return WrongUsage(app, sub, error);
+int RunCommand(Command& command, const CLI::App* sub) {
+    if (const std::string error = command.UsageError(); !error.empty()) return WrongUsage(sub, error);
     Front front{std::cout, std::cerr, ProgramFolder(), {}};
     return command.Run(front);
+}
+
+using Commands = std::vector<std::unique_ptr<Command>>;
+
+std::string Joined(const std::vector<std::string>& words, const char* separator) {
+    std::string text;
+    for (const std::string& word : words) text += (text.empty() ? "" : separator) + word;
+    return text;
+}
+
+/// The parser tells what is left over from its end.
+std::string MessageOf(const CLI::App& app, const CLI::ParseError& error) {
+    if (dynamic_cast<const CLI::ExtrasError*>(&error) == nullptr) return error.what();
+    return "not expected: " + Joined(app.remaining(true), " ");
+}
+
+/// "help" and "help COMMAND" are what others call --help.
+void TakeHelpAsOption(std::vector<std::string>& arguments) {
+    if (arguments.empty() || arguments.front() != "help") return;
+    arguments.erase(arguments.begin());
+    arguments.emplace_back("--help");
+}
+
+/// A first word that is no command; empty when there is none.
+std::string UnknownCommand(const Commands& commands, const std::vector<std::string>& arguments) {
+    if (arguments.empty() || arguments.front().starts_with('-')) return {};
+    const bool isKnown = std::any_of(commands.begin(), commands.end(), [&](const auto& command) {
+        return command->Name() == arguments.front();
+    });
+    return isKnown ? "" : arguments.front();
+}
+
+std::string UnknownCommandText(const Commands& commands, const std::string& word) {
+    std::vector<std::string> names;
+    for (const auto& command : commands) names.push_back(command->Name());
+    return "\"" + word + "\" is no command; the commands are " + Joined(names, ", ");
 }
 
 /// Prints what --help or --version asked for; the exit status.
@@ -93,6 +141,9 @@ int Main(std::vector<std::string> arguments) {
     app.require_subcommand(1);
     app.footer(kFooter);
     const auto commands = MakeCommands();
+    TakeHelpAsOption(arguments);
+    if (const std::string word = UnknownCommand(commands, arguments); !word.empty())
+        return WrongUsage(nullptr, UnknownCommandText(commands, word));
     std::vector<CLI::App*> subs;
     subs.reserve(commands.size());
     for (const auto& command : commands) subs.push_back(DeclareCommand(app, *command));
@@ -101,10 +152,10 @@ int Main(std::vector<std::string> arguments) {
         app.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return Inform(app, error);
-        return WrongUsage(app, ParsedCommand(app), error.what());
+        return WrongUsage(ParsedCommand(app), MessageOf(app, error));
     }
     for (std::size_t i = 0; i < subs.size(); ++i)
-        if (subs[i]->parsed()) return RunCommand(*commands[i], app, subs[i]);
+        if (subs[i]->parsed()) return RunCommand(*commands[i], subs[i]);
     return kWrongUsage;
 }
 

@@ -42,8 +42,15 @@ Status LoadSource(Session& session, Ports& ports, const std::filesystem::path& p
     return PicturesLoader(session, ports, path);
 }
 
+/// Who was not asked is told why it was to be compressed.
+Error NamingSetting(const AppSettings& settings, Error error) {
+    if (settings.CompressGPF) error.detail += "; the settings say CompressGPF=true";
+    return error;
+}
+
 Status WriteWorkFile(const Session& session, int number, std::uint8_t typeCode) {
-    PICTAVO_TRY(CheckWritable(typeCode));
+    if (const Status writable = CheckWritable(typeCode); !writable)
+        return Failure(NamingSetting(session.settings, writable.error()));
     const GpfHeader header = HeaderFor(session.picture, typeCode, number, true);
     const Bytes file = ComposeGpf(header, EncodePicture(session.picture, typeCode));
     return WriteWholeFile(session.workFiles.Replacement(number), file, CommitMode::Replace);

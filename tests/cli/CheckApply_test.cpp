@@ -39,7 +39,7 @@ TEST_F(CheckApplyTest, CheckListsEachMismatchWithUpperCaseHex) {
     EXPECT_EQ(ended.out,
               "00000002: expected ABCD found 1213\n"
               "00000007: expected FF found 17\n");
-    EXPECT_EQ(ended.err, "");
+    ExpectOneComplaint(ended, {patch + ": 2 of 3 lines differ"});
 }
 
 TEST_F(CheckApplyTest, CheckShowsWhatAFlashThatEndsEarlyHolds) {

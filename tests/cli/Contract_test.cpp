@@ -53,6 +53,31 @@ TEST_F(ContractTest, AnUnknownCommandIsWrongUsage) {
     ExpectWrongUsage(Cli({"explode"}), "Usage: pictavo-cli COMMAND ARGUMENTS [OPTIONS]");
 }
 
+TEST_F(ContractTest, AnUnknownCommandIsNamedBesideThoseThatThereAre) {
+    const std::string complaint = Lines(Cli({"explode", "a.bin"}).err).at(0);
+    EXPECT_THAT(complaint, HasSubstr("\"explode\" is no command"));
+    for (const std::string& command : kCommands) EXPECT_THAT(complaint, HasSubstr(" " + command));
+}
+
+TEST_F(ContractTest, HelpIsAlsoAWord) {
+    ExpectDone(Cli({"help"}), Cli({"--help"}).out);
+    ExpectDone(Cli({"help", "patch"}), Cli({"patch", "--help"}).out);
+}
+
+TEST_F(ContractTest, WhatIsNotExpectedIsToldInTheOrderGiven) {
+    EXPECT_THAT(Cli({"info", Write(FourIcons()), "one", "two", "three"}).err,
+                HasSubstr("not expected: one two three\n"));
+}
+
+TEST_F(ContractTest, HelpOfACommandHasItsUsageLineAndAnExample) {
+    EXPECT_THAT(Cli({"patch", "--help"}).out,
+                HasSubstr("Usage: pictavo-cli patch FLASH -o PATCH.vkp [OPTIONS]\n"));
+    std::vector<std::string> commands = kCommands;
+    commands.insert(commands.end(), {"extract-patch", "extract-gpn", "carve"});
+    for (const std::string& command : commands)
+        EXPECT_THAT(Cli({command, "--help"}).out, HasSubstr("Example: pictavo-cli " + command + " "));
+}
+
 TEST_F(ContractTest, TwoCommandsAreWrongUsage) {
     const std::string flash = Write(FourIcons());
     ExpectWrongUsage(Cli({"info", flash, "list", flash}));

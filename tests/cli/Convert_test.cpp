@@ -152,6 +152,12 @@ TEST_F(ConvertTest, Type81IsRefused) {
     EXPECT_FALSE(std::filesystem::exists(temp / "out.gpf"));
 }
 
+TEST_F(ConvertTest, ATypeThatIsNoneIsToldBesideThoseThatThereAre) {
+    const std::string in = Input("in.bmp", Icon());
+    EXPECT_THAT(Convert(in, "out.gpf", {"--type=99"}).err,
+                HasSubstr("\"99\" is no type code that can be written: 01, 05, 08, 0A, 85, 88, 8A\n"));
+}
+
 TEST_F(ConvertTest, AnyOtherTypeIsWrongUsage) {
     const std::string in = Input("in.bmp", Icon());
     for (const char* type : {"", "8", "07", "87", "02", "FF", "00", "008A", "0x8A", "GG", " 8"})

@@ -36,6 +36,14 @@ TEST_F(ExtractPatchTest, SectionsBecomeFilesAndNothingIsPrinted) {
     EXPECT_EQ(std::filesystem::file_size(temp / "out/7.gpf"), 48U);
 }
 
+TEST_F(ExtractPatchTest, AFileWithoutASectionIsToldAndNoFailure) {
+    const std::string patch = Write("a.vkp", std::string("00180000: 1111 7777\r\n"));
+    const Ended ended = Extract(patch);
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.out, "");
+    ExpectOneComplaint(ended, {patch, "holds no section"});
+}
+
 TEST_F(ExtractPatchTest, OptionsChooseTheNames) {
     const std::string patch = Write("a.vkp", Section("0026"));
     ExpectDone(Extract(patch, {"--zero-names"}));

@@ -233,6 +233,23 @@ TEST_F(PatchTest, WhatIsNoFileInAFolderHidesNoPicture) {
                "picture 0000: 16 bytes at 00C0000, in place\n");
 }
 
+TEST_F(PatchTest, AFolderWithoutAFileForAPictureIsToldAndNoFailure) {
+    std::filesystem::create_directory(temp / "in");
+    const Ended ended = Patch(Write(Flash()), {"--folder", Path("in"), "--hex-names", "--zero-names"});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.out, "");
+    ExpectOneComplaint(ended, {Path("in"), "such as 000.bmp"});
+    EXPECT_TRUE(std::filesystem::exists(NewPatch()));
+}
+
+TEST_F(PatchTest, BitsThatThereAreNotAreToldBesideThoseThatThereAre) {
+    const std::string flash = Write(Flash());
+    const std::string red = WriteBmp("red.bmp", 4, 4);
+    ExpectRefused(Patch(flash, {"--picture", "0=" + red + "@12"}), {red + "@12: ", "@1, @8, @16 or @24"});
+    ExpectRefused(Patch(flash, {"--picture", "0=" + Path("none.bmp")}), {"none.bmp: can"});
+    EXPECT_EQ(Patch(flash, {"--picture", "0=" + Path("a@b.bmp")}).err.find("@16"), std::string::npos);
+}
+
 TEST_F(PatchTest, AFolderThatIsNotThereIsRefused) {
     const std::string flash = Write(Flash());
     ExpectRefused(Patch(flash, {"--folder", Path("no folder")}), {Path("no folder")});
@@ -295,7 +312,7 @@ TEST_F(PatchTest, OfAFoldersFilesOnlyThoseNamedAsPicturesAreInputs) {
     ExpectRefused(Cli({"patch", flash, "-o", upper, "--folder", Path("in"), "--overwrite"}),
                   {upper, "is read"});
     const auto notes = WriteFile(temp / "in/notes.txt", std::string("old"));
-    ExpectDone(Cli({"patch", flash, "-o", notes.string(), "--folder", Path("in"), "--overwrite"}));
+    EXPECT_EQ(Cli({"patch", flash, "-o", notes.string(), "--folder", Path("in"), "--overwrite"}).status, 0);
     EXPECT_TRUE(ReadText(notes).starts_with("; ####"));
 }
 
@@ -303,7 +320,8 @@ TEST_F(PatchTest, APatchOfAnEarlierRunBesideThePicturesMayBeReplaced) {
     const std::string flash = Write(Flash());
     std::filesystem::create_directory(temp / "in");
     for (int run = 0; run < 2; ++run)
-        ExpectDone(Cli({"patch", flash, "-o", Path("in/new.vkp"), "--folder", Path("in"), "--overwrite"}));
+        EXPECT_EQ(
+            Cli({"patch", flash, "-o", Path("in/new.vkp"), "--folder", Path("in"), "--overwrite"}).status, 0);
 }
 
 TEST_F(PatchTest, TheSameArgumentsGiveTheSameBytes) {

@@ -53,6 +53,13 @@ TEST_F(SettingsTest, NamesFollowTheFileBesideTheExecutable) {
     EXPECT_EQ(ExportedNames(), std::vector<std::string>{"0003.bmp"});
 }
 
+TEST_F(SettingsTest, ARefusalThatComesOfASettingNamesIt) {
+    Settings("CompressGPF=true\r\n");
+    const std::string bmp = Write("a.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 7), 24));
+    ExpectRefused(Installed({"patch", flash, "-o", Path("a.vkp"), "--picture", "0=" + bmp + "@1"}),
+                  {"CompressGPF=true"});
+}
+
 TEST_F(SettingsTest, OptionsAddToTheFile) {
     Settings("HEXFilename=true\n");
     EXPECT_EQ(ExportedNames({"--zero-names"}), std::vector<std::string>{"003.bmp"});

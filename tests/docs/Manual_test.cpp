@@ -63,5 +63,13 @@ TEST(Manual, ExplainsEveryCommandByItsCaption) {
     }
 }
 
+TEST(Manual, TellsWhatHasNoCaption) {
+    const std::string manual = Manual();
+    for (const char* fact : {"line at the bottom of the window", "the title of the window has a mark",
+                             "    digits               the number of a picture", "pictavo --help",
+                             "12 bits that are stored uncompressed are drawn all\r\nblack"})
+        EXPECT_THAT(manual, HasSubstr(fact));
+}
+
 }  // namespace
 }  // namespace pictavo::tests

@@ -117,7 +117,6 @@ Outcome ExtractFromGpnTo(Session& session, Ports& ports, const std::filesystem::
     if (!targets) return Refuse(session, ports, targets.error());
     Outcome outcome = GpnExtraction(session, ports, **source, *targets).Run(*pictures);
     outcome.note = FilesWrittenText(outcome.written);
-    if (!WasStopped(outcome)) ports.progress.At(100);
     TellBatchEnd(session, ports, outcome);
     return outcome;
 }

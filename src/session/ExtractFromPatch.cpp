@@ -138,7 +138,6 @@ Outcome ExtractFromPatchTo(Session& session, Ports& ports, const std::filesystem
     if (!targets) return Refuse(session, ports, targets.error());
     Outcome outcome = PatchExtraction(session, ports, **source, *targets).Run();
     outcome.note = FilesWrittenText(outcome.written);
-    if (!WasStopped(outcome)) ports.progress.At(100);
     TellBatchEnd(session, ports, outcome);
     return outcome;
 }

@@ -54,7 +54,7 @@ text "$folder/new/0003.png"
 keys Return
 window '^Pictavo$' # compress?
 keys Return
-window 'flash.bin - Pictavo v1.3'
+window 'flash.bin[*] - Pictavo v1.3' # in no patch yet
 [ -e "$TMP/0003.gpf2" ] || fail "picture 3 was not replaced: $(ls "$folder/new" "$TMP")"
 keys ctrl+s
 window 'Select: .*(save)'

@@ -21,10 +21,14 @@ constexpr QSize kLeastSize(760, 520);
 constexpr int kInfoLines = 6;
 constexpr int kBarWidth = 220;
 
-int WidthOfColumns(const PictureList& list) {
+/// That of the columns with all that stands around them. What a style puts between a page and the frame of
+/// its tabs it does not tell; some letters' width is more than any does.
+int WidthOfList(const PictureList& list) {
     const int scrollBar = list.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     const int frames = 2 * (list.frameWidth() + list.style()->pixelMetric(QStyle::PM_DefaultFrameWidth));
-    return list.header()->length() + scrollBar + frames;
+    constexpr int kLettersAround = 4;
+    return list.header()->length() + scrollBar + frames +
+           kLettersAround * list.fontMetrics().averageCharWidth();
 }
 
 }  // namespace
@@ -41,7 +45,7 @@ void Form1::MakeWidgets() {
     const QSize available = screen()->availableSize();
     setMinimumSize(kLeastSize.boundedTo(available));
     resize(kSize.boundedTo(available));
-    const int list = WidthOfColumns(*list_);
+    const int list = WidthOfList(*list_);
     splitter->setSizes({list, width() - list});
 }
 

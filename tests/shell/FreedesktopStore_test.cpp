@@ -348,7 +348,7 @@ TEST_F(FreedesktopStoreTest, OtherKeysHaveNoPlace) {
 /// What the desktop itself says, by its own tools.
 class DesktopsOwnView : public FreedesktopStoreTest {
   protected:
-    /// Registers with the real tools, if they are installed.
+    /// Registers with the real tools.
     void RegisterForReal(const std::string& commandToRegister) {
         ChildProcessRunner runner;
         FreedesktopStore store(UserDesktopFolders(), runner, [](int) { return Bytes(1); });
@@ -368,19 +368,18 @@ class DesktopsOwnView : public FreedesktopStoreTest {
 
 TEST_F(DesktopsOwnView, OfTheDefaultApplication) {
     RegisterForReal("/bin/sh \"%1\"");
-    if (!IsInstalled("xdg-mime")) GTEST_SKIP() << "xdg-mime is not installed";
+    ASSERT_TRUE(IsInstalled("xdg-mime"));
     EXPECT_EQ(OutputOf("xdg-mime", {"query", "default", "image/x-gpffile"}), kEntry);
 }
 
 TEST_F(DesktopsOwnView, OfTheDefaultApplicationByItsLibrary) {
     RegisterForReal("/bin/sh \"%1\"");
-    if (!IsInstalled("gio")) GTEST_SKIP() << "gio is not installed";
+    ASSERT_TRUE(IsInstalled("gio"));
     EXPECT_THAT(OutputOf("gio", {"mime", "image/x-gpffile"}), ::testing::HasSubstr(kEntry));
 }
 
 TEST_F(DesktopsOwnView, OfFilesByNameAndByContent) {
-    if (!IsInstalled("update-mime-database") || !IsInstalled("gio"))
-        GTEST_SKIP() << "update-mime-database or gio is not installed";
+    ASSERT_TRUE(IsInstalled("update-mime-database") && IsInstalled("gio"));
     RegisterForReal("/bin/sh \"%1\"");
     for (const auto& [name, bytes] : std::map<std::string, std::string>{{"other.gpf", "other"},
                                                                         {"other.gpf2", "other"},
@@ -395,7 +394,7 @@ TEST_F(DesktopsOwnView, OfFilesByNameAndByContent) {
 
 TEST_F(DesktopsOwnView, OfTheEntry) {
     RegisterForReal(command);
-    if (!IsInstalled("desktop-file-validate")) GTEST_SKIP() << "desktop-file-validate is not installed";
+    ASSERT_TRUE(IsInstalled("desktop-file-validate"));
     EXPECT_EQ(OutputOf("desktop-file-validate", {QString::fromStdString(data / "applications" / kEntry)}),
               "");
 }

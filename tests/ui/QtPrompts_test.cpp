@@ -141,6 +141,22 @@ TEST_F(QtPromptsTest, OfAPathTypedWholeTheFilesFolderIsOfferedAgain) {
     prompts.ChooseOpen(choice);
 }
 
+TEST_F(QtPromptsTest, ACancelledFolderChooserGivesNoPath) {
+    WithNext<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
+    EXPECT_EQ(prompts.ChooseFolder("Where to?"), std::filesystem::path());
+}
+
+TEST_F(QtPromptsTest, AFolderChooserShowsFoldersAloneAndGivesThePathWithoutASeparatorAtItsEnd) {
+    std::filesystem::create_directory(temp / "a folder");
+    WithNext<QFileDialog>([this](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Where to?");
+        EXPECT_TRUE(dialog.testOption(QFileDialog::ShowDirsOnly));
+        dialog.findChild<QLineEdit*>()->setText(QString::fromStdString((temp / "a folder").string() + "/"));
+        static_cast<QDialog&>(dialog).accept();
+    });
+    EXPECT_EQ(prompts.ChooseFolder("Where to?"), temp / "a folder");
+}
+
 TEST_F(QtPromptsTest, CancelIsCalledAsTheLanguageFileSays) {
     prompts.Attach(
         &window, [] { return SaveCommand::Png; }, [] { return QString("Anders"); });

@@ -39,7 +39,7 @@ class FolderPrompts final : public Prompts {
     void Tell(const Notice&) override {}
     std::filesystem::path ChooseOpen(const FileChoice&) override { return {}; }
     std::filesystem::path ChooseSave(const FileChoice&) override { return {}; }
-    std::filesystem::path ChooseFolder(const std::string&) override { return folder; }
+    std::filesystem::path BrowseForFolder(const std::string&) override { return folder; }
     std::optional<SaveCommand> ChooseSaveCommand() override { return std::nullopt; }
 };
 

@@ -20,7 +20,7 @@ class OptionPrompts final : public Prompts {
     void Tell(const Notice&) override {}
     std::filesystem::path ChooseOpen(const FileChoice&) override { return {}; }
     std::filesystem::path ChooseSave(const FileChoice&) override { return {}; }
-    std::filesystem::path ChooseFolder(const std::string&) override { return {}; }
+    std::filesystem::path BrowseForFolder(const std::string&) override { return {}; }
     std::optional<SaveCommand> ChooseSaveCommand() override { return std::nullopt; }
 
   private:

@@ -12,7 +12,7 @@ Outcome ChooseAndExtract(const Session& session, Ports& ports, std::vector<FileF
         ports.prompts.ChooseOpen({OpenTitle(texts, texts.cap_mnFileR), std::move(filters), "", ""});
     if (source.empty()) return Outcome::Cancelled();
     if (FileMissing(source)) return RefuseMissing(session, ports, source, missing);
-    const auto folder = ports.prompts.ChooseFolder(FolderTitle(texts, texts.str_4save));
+    const auto folder = ports.prompts.BrowseForFolder(FolderTitle(texts, texts.str_4save));
     return folder.empty() ? Outcome::Cancelled() : extract(source, folder);
 }
 

@@ -140,7 +140,7 @@ Outcome RefuseSources(Ports& ports, std::vector<Problem> problems) {
 }  // namespace
 
 Outcome BackupPit(Session& session, Ports& ports) {
-    const auto folder = ports.prompts.ChooseFolder(FolderTitle(session.texts, session.texts.str_4save));
+    const auto folder = ports.prompts.BrowseForFolder(FolderTitle(session.texts, session.texts.str_4save));
     return folder.empty() ? Outcome::Cancelled() : BackupPitTo(session, ports, folder);
 }
 
@@ -152,9 +152,9 @@ Outcome BackupPitTo(Session& session, Ports& ports, const std::filesystem::path&
 }
 
 Outcome RebuildPit(Session& session, Ports& ports) {
-    const auto from = ports.prompts.ChooseFolder(FolderTitle(session.texts, session.texts.str_4open));
+    const auto from = ports.prompts.BrowseForFolder(FolderTitle(session.texts, session.texts.str_4open));
     if (from.empty()) return Outcome::Cancelled();
-    const auto to = ports.prompts.ChooseFolder(FolderTitle(session.texts, session.texts.str_4save));
+    const auto to = ports.prompts.BrowseForFolder(FolderTitle(session.texts, session.texts.str_4save));
     return to.empty() ? Outcome::Cancelled() : RebuildPitFrom(session, ports, from, to);
 }
 

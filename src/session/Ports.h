@@ -70,7 +70,7 @@ class Prompts {
     /// The chosen path, empty when cancelled.
     virtual std::filesystem::path ChooseOpen(const FileChoice& choice) = 0;
     virtual std::filesystem::path ChooseSave(const FileChoice& choice) = 0;
-    virtual std::filesystem::path ChooseFolder(const std::string& title) = 0;
+    virtual std::filesystem::path BrowseForFolder(const std::string& title) = 0;
 
     /// Offers the picture's popup menu; nothing when it was closed without a choice.
     virtual std::optional<SaveCommand> ChooseSaveCommand() = 0;

@@ -140,7 +140,7 @@ Outcome ReplaceFrom(Session& session, Ports& ports, std::size_t index, const std
 }
 
 Outcome ReplacePictures(Session& session, Ports& ports, std::uint8_t typeCode) {
-    const auto folder = ports.prompts.ChooseFolder(FolderTitle(session.texts, session.texts.str_4open));
+    const auto folder = ports.prompts.BrowseForFolder(FolderTitle(session.texts, session.texts.str_4open));
     if (folder.empty()) return Outcome::Cancelled();
     return ReplaceFromFolder(session, ports, folder, typeCode);
 }

@@ -127,13 +127,13 @@ Outcome SavePictures(Session& session, Ports& ports, const SaveRequest& request)
 }
 
 Outcome SaveAsBmps(Session& session, Ports& ports) {
-    const auto folder = ports.prompts.ChooseFolder(FolderTitle(session.texts, session.texts.str_4save));
+    const auto folder = ports.prompts.BrowseForFolder(FolderTitle(session.texts, session.texts.str_4save));
     if (folder.empty()) return Outcome::Cancelled();
     return SavePictures(session, ports, {folder, BatchFormat::Bmp, std::nullopt});
 }
 
 Outcome SaveAsGpfs(Session& session, Ports& ports) {
-    const auto folder = ports.prompts.ChooseFolder(FolderTitle(session.texts, session.texts.str_4save));
+    const auto folder = ports.prompts.BrowseForFolder(FolderTitle(session.texts, session.texts.str_4save));
     if (folder.empty()) return Outcome::Cancelled();
     const BatchFormat format = AskGpf2(session, ports) ? BatchFormat::Gpf2 : BatchFormat::Gpf;
     return SavePictures(session, ports, {folder, format, std::nullopt});

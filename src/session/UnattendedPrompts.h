@@ -23,7 +23,7 @@ class UnattendedPrompts final : public Prompts {
     void Tell(const Notice&) override {}
     std::filesystem::path ChooseOpen(const FileChoice&) override { return {}; }
     std::filesystem::path ChooseSave(const FileChoice& choice) override;
-    std::filesystem::path ChooseFolder(const std::string&) override { return {}; }
+    std::filesystem::path BrowseForFolder(const std::string&) override { return {}; }
     std::optional<SaveCommand> ChooseSaveCommand() override { return std::nullopt; }
 
   private:

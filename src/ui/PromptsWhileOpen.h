@@ -34,8 +34,8 @@ class PromptsWhileOpen final : public Prompts {
         return isClosing_ ? std::filesystem::path() : prompts_.ChooseSave(choice);
     }
 
-    std::filesystem::path ChooseFolder(const std::string& title) override {
-        return isClosing_ ? std::filesystem::path() : prompts_.ChooseFolder(title);
+    std::filesystem::path BrowseForFolder(const std::string& title) override {
+        return isClosing_ ? std::filesystem::path() : prompts_.BrowseForFolder(title);
     }
 
     std::optional<SaveCommand> ChooseSaveCommand() override {

@@ -95,7 +95,7 @@ std::filesystem::path QtPrompts::ChooseSave(const FileChoice& choice) {
     return Ask(dialog, folder_);
 }
 
-std::filesystem::path QtPrompts::ChooseFolder(const std::string& title) {
+std::filesystem::path QtPrompts::BrowseForFolder(const std::string& title) {
     QFileDialog dialog(Parent(), Shown(title), folder_);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);

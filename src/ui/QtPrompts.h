@@ -22,7 +22,7 @@ class QtPrompts final : public Prompts {
     void Tell(const Notice& notice) override;
     std::filesystem::path ChooseOpen(const FileChoice& choice) override;
     std::filesystem::path ChooseSave(const FileChoice& choice) override;
-    std::filesystem::path ChooseFolder(const std::string& title) override;
+    std::filesystem::path BrowseForFolder(const std::string& title) override;
     std::optional<SaveCommand> ChooseSaveCommand() override;
 
   private:

@@ -54,7 +54,7 @@ class ScriptedPrompts final : public Prompts {
 
     std::filesystem::path ChooseOpen(const FileChoice& choice) override { return ChosenFor(choice); }
     std::filesystem::path ChooseSave(const FileChoice& choice) override { return ChosenFor(choice); }
-    std::filesystem::path ChooseFolder(const std::string& title) override {
+    std::filesystem::path BrowseForFolder(const std::string& title) override {
         folderTitles.push_back(title);
         return Next(title).path;
     }

@@ -16,7 +16,7 @@ class CancellingPrompts final : public Prompts {
     void Tell(const Notice&) override { ++asked; }
     std::filesystem::path ChooseOpen(const FileChoice&) override { return Cancelled(); }
     std::filesystem::path ChooseSave(const FileChoice&) override { return Cancelled(); }
-    std::filesystem::path ChooseFolder(const std::string&) override { return Cancelled(); }
+    std::filesystem::path BrowseForFolder(const std::string&) override { return Cancelled(); }
     std::optional<SaveCommand> ChooseSaveCommand() override {
         ++asked;
         return std::nullopt;

@@ -641,8 +641,8 @@ class BoxedQuestions final : public Prompts {
     std::filesystem::path ChooseSave(const FileChoice& choice) override {
         return scripted_.ChooseSave(choice);
     }
-    std::filesystem::path ChooseFolder(const std::string& title) override {
-        return scripted_.ChooseFolder(title);
+    std::filesystem::path BrowseForFolder(const std::string& title) override {
+        return scripted_.BrowseForFolder(title);
     }
     std::optional<SaveCommand> ChooseSaveCommand() override { return std::nullopt; }
 

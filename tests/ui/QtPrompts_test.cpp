@@ -143,7 +143,7 @@ TEST_F(QtPromptsTest, OfAPathTypedWholeTheFilesFolderIsOfferedAgain) {
 
 TEST_F(QtPromptsTest, ACancelledFolderChooserGivesNoPath) {
     WithNext<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
-    EXPECT_EQ(prompts.ChooseFolder("Where to?"), std::filesystem::path());
+    EXPECT_EQ(prompts.BrowseForFolder("Where to?"), std::filesystem::path());
 }
 
 TEST_F(QtPromptsTest, AFolderChooserShowsFoldersAloneAndGivesThePathWithoutASeparatorAtItsEnd) {
@@ -154,7 +154,7 @@ TEST_F(QtPromptsTest, AFolderChooserShowsFoldersAloneAndGivesThePathWithoutASepa
         dialog.findChild<QLineEdit*>()->setText(QString::fromStdString((temp / "a folder").string() + "/"));
         static_cast<QDialog&>(dialog).accept();
     });
-    EXPECT_EQ(prompts.ChooseFolder("Where to?"), temp / "a folder");
+    EXPECT_EQ(prompts.BrowseForFolder("Where to?"), temp / "a folder");
 }
 
 TEST_F(QtPromptsTest, CancelIsCalledAsTheLanguageFileSays) {

@@ -49,7 +49,7 @@ class RandomPrompts final : public Prompts {
     bool Confirm(const Question&) override { return Count() && !dice_.OneIn(3); }
     void Tell(const Notice&) override { Count(); }
     std::filesystem::path ChooseOpen(const FileChoice&) override { return Any(files_); }
-    std::filesystem::path ChooseFolder(const std::string&) override { return Any(folders_); }
+    std::filesystem::path BrowseForFolder(const std::string&) override { return Any(folders_); }
 
     std::filesystem::path ChooseSave(const FileChoice& choice) override {
         const std::filesystem::path folder = Any(folders_);

@@ -47,9 +47,9 @@ bool AsksTheUser() {
 }  // namespace
 
 bool Busy::At(double percent) {
-    bar_.show();
     bar_.setValue(static_cast<int>(percent));
     if (sinceYield_.elapsed() >= kYieldMilliseconds) {
+        bar_.show();  // not for work that is over before the eye has seen it
         QCoreApplication::processEvents();
         sinceYield_.restart();
     }

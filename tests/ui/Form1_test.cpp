@@ -879,7 +879,8 @@ TEST_F(Form1Test, WhatAWideWindowHasMoreIsThePicturesSide) {
 }
 
 TEST_F(Form1Test, TheBarIsSeenOnlyWhileACommandIsAtWork) {
-    ShowFourIcons();
+    Open(ManyPictures());  // which take longer than the bar waits
+    Show();
     const auto& bar = Find<QProgressBar>("ProgressBar1");
     EXPECT_TRUE(bar.isHidden());
     bool wasSeen = false;

@@ -2,7 +2,7 @@
 
 /// Drawings as the phone stores them, for every type code, and what a right reader must show of them. Written
 /// as plainly as possible and on purpose without a line in common with the product, so that an error of the
-/// product can not hide in its own test data.
+/// product cannot hide in its own test data.
 ///
 /// Type codes: the high hexadecimal digit 8 means compressed; the low digit 1, 5, 7, 8 or A means 1, 8, 12,
 /// 16 or 24 bits (the last with alpha).

@@ -19,7 +19,7 @@ std::filesystem::path HiddenNeighbour(const std::filesystem::path& path) {
 }
 
 Outcome CanNotWrite(const std::filesystem::path& path, const std::error_code& why) {
-    return Outcome::Failed(path.string() + ": can not be written: " + why.message());
+    return Outcome::Failed(path.string() + ": cannot be written: " + why.message());
 }
 
 }  // namespace

@@ -74,7 +74,7 @@ int Complain(const std::string& reason, int status) {
 Outcome WriteReplacements(const Sample& sample, const std::filesystem::path& folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    if (error) return Outcome::Failed(folder.string() + ": can not be made: " + error.message());
+    if (error) return Outcome::Failed(folder.string() + ": cannot be made: " + error.message());
     for (const ReplacementFile& file : MakeReplacements(sample)) {
         if (Outcome outcome = WriteWholeFile(folder / file.name, file.bytes); !outcome) return outcome;
     }

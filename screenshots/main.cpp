@@ -102,6 +102,6 @@ int main(int count, char** arguments) {
     form.Start({arguments[1]});
     QDir().mkpath(arguments[2]);
     if (Screenshots(form, arguments[2]).Take()) return 0;
-    std::fprintf(stderr, "pictavo-screenshots: %s can not be written\n", arguments[2]);
+    std::fprintf(stderr, "pictavo-screenshots: %s cannot be written\n", arguments[2]);
     return 1;
 }

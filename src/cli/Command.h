@@ -29,7 +29,7 @@ class Command {
     /// Declares arguments and options.
     virtual void Declare(CLI::App& app) = 0;
 
-    /// Wrong usage that the declaration can not say; empty when all is well.
+    /// Wrong usage that the declaration cannot say; empty when all is well.
     virtual std::string UsageError() const { return {}; }
 
     /// Runs with what was parsed; the exit status.

@@ -42,7 +42,7 @@ int Front::WrongUsage(const std::string& message, const std::string& usage) {
 int Front::Print(const std::string& text) {
     out << text << std::flush;
     if (out) return kDone;
-    Complain("standard output: can not be written");
+    Complain("standard output: cannot be written");
     return kFailed;
 }
 

@@ -139,7 +139,7 @@ class PatchCommand final : public Command {
         return ReplaceOneByOne(run);
     }
 
-    /// One after the other, up to the first that can not be taken.
+    /// One after the other, up to the first that cannot be taken.
     Outcome ChangePngs(CommandSession& run, std::string& lines) const {
         for (const std::string& path : pngs_) {
             const ChangedPng changed = ChangePngFrom(run.session, run.ports, PathOf(path));

@@ -39,7 +39,7 @@ Result<AppSettings> ReadAppSettings(const ByteSource& source, AppSettings initia
 Result<AppSettings> LoadAppSettings(const std::filesystem::path& path, AppSettings initial);
 
 /// The whole file as it is written: every key in the order of the file, recent files only where they are
-/// shown, lines ended by CR LF. A text with a line end in it can not be told in a line and has none.
+/// shown, lines ended by CR LF. A text with a line end in it cannot be told in a line and has none.
 std::string SettingsText(const AppSettings& settings);
 
 /// Writes SettingsText. Fails with WriteFailed; until the new file stands complete, synced to the disk, the
@@ -48,7 +48,7 @@ Status SaveAppSettings(const std::filesystem::path& path, const AppSettings& set
 
 /// Kept: adds the lines of the recent files that are shown behind what the file holds, which so grows until
 /// it is written anew. A missing file is created; with nothing to add, nothing is written. Fails with
-/// FileMissing when the file is there but can not be read, with ReadFailed and with WriteFailed; until the
+/// FileMissing when the file is there but cannot be read, with ReadFailed and with WriteFailed; until the
 /// new file stands complete the old one stays. Not synced to the disk, which opening a flash must not wait
 /// for.
 Status AppendRecentFiles(const std::filesystem::path& path, const AppSettings& settings);

@@ -25,7 +25,7 @@ Status ReadLanguageFile(const ByteSource& source, const std::string& language, C
                         LanguageTable& table);
 
 /// Reads `language` + ".lng" from the first of `folders` that has it, and fails as ReadLanguageFile does, or
-/// with FileMissing when what stands there under that name can not be opened. Where there is none, nothing
+/// with FileMissing when what stands there under that name cannot be opened. Where there is none, nothing
 /// changes, which is no failure.
 Status LoadLanguage(const std::vector<std::filesystem::path>& folders, const std::string& language,
                     CodePage codePage, LanguageTable& table);

@@ -17,8 +17,7 @@ struct LanguageTable {
     std::string str_SalCh;    ///< question, with "?": save with the alpha channel?
     std::string str_save;     ///< kept, used by no command
     std::string str_open;     ///< kept, used by no command
-    std::string
-        str_CntCmp;  ///< a picture that a format can not hold; behind "1bit GPF " for compressed 1 bit
+    std::string str_CntCmp;  ///< a picture that a format cannot hold; behind "1bit GPF " for compressed 1 bit
     std::string str_LarPic;  ///< a picture too large to show
     std::string str_mModel;  ///< labels of the identification text
     std::string str_firmW;
@@ -26,7 +25,7 @@ struct LanguageTable {
     std::string str_platf;
     std::string str_manuf;
     std::string str_RegExt;  ///< question, with "?": register the file type?
-    std::string str_fnExi;   ///< a file that can not be opened; a missing converter
+    std::string str_fnExi;   ///< a file that cannot be opened; a missing converter
     std::string str_tnx;     ///< thanks in the About box
     std::string str_faExi;   ///< title, with "!", of the overwrite question
     std::string str_fChan;   ///< overwrite question, with "?"

@@ -83,7 +83,7 @@ constexpr std::array<Lead, 9> kLeads = {{{0x00, 0x7F, 0},
 
 class Utf8Check {
   public:
-    /// False as soon as the bytes so far can not begin a text in UTF-8.
+    /// False as soon as the bytes so far cannot begin a text in UTF-8.
     bool Take(std::uint8_t byte) {
         if (pending_ == 0) return TakeLead(byte);
         if (byte < least_ || byte > most_) return false;

@@ -30,7 +30,7 @@ ImportedPixels PixelsOf(const QImage& image) {
     return pixels;
 }
 
-/// Read whole and not by name: a name on Linux may hold bytes that a QString can not.
+/// Read whole and not by name: a name on Linux may hold bytes that a QString cannot.
 Result<QByteArray> WholeFile(const ByteSource& source) {
     if (source.Size() > kLongestFile)
         return Fail(ErrorKind::TooLarge, source.Path(), "the file is longer than 64 MiB");
@@ -50,7 +50,7 @@ Result<ImportedPixels> ReadWithQt(const ByteSource& source, const char* format) 
     const QImage image = reader.read();
     if (image.isNull())
         return Fail(ErrorKind::Malformed, source.Path(),
-                    "can not be read as a picture (" + reader.errorString().toStdString() + ")");
+                    "cannot be read as a picture (" + reader.errorString().toStdString() + ")");
     PICTAVO_TRY(CheckPictureSize(source.Path(), image.width(), image.height()));
     return PixelsOf(image);
 }
@@ -87,7 +87,7 @@ Result<Bytes> ComposePng(const ImportedPixels& pixels, bool withAlpha, const std
     QByteArray file;
     QBuffer buffer(&file);
     if (!image.save(&buffer, "png"))
-        return Fail(ErrorKind::WriteFailed, path, "can not be composed as a PNG file");
+        return Fail(ErrorKind::WriteFailed, path, "cannot be composed as a PNG file");
     return Bytes(file.begin(), file.end());
 }
 

@@ -28,7 +28,7 @@ int Fail(const std::string& message) {
 
 int Print(const std::string& text) {
     const bool isWritten = std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
-    return isWritten ? kDone : Fail("standard output: can not be written");
+    return isWritten ? kDone : Fail("standard output: cannot be written");
 }
 
 int Convert(const pictavo::Conversion& conversion) {

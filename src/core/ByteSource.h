@@ -52,7 +52,7 @@ class MemorySource final : public ByteSource {
 /// memory stays constant. Not mapped: a file that shrinks is an error here, not a signal. For one thread.
 class FileSource final : public ByteSource {
   public:
-    /// Fails with FileMissing when the path can not be opened or is no regular file (a folder, a pipe);
+    /// Fails with FileMissing when the path cannot be opened or is no regular file (a folder, a pipe);
     /// never blocks on one.
     static Result<std::unique_ptr<FileSource>> Open(const std::filesystem::path& path);
     ~FileSource() override;

@@ -14,7 +14,7 @@ namespace pictavo {
 
 class FolderIndex {
   public:
-    /// Fails with FileMissing when the folder can not be read.
+    /// Fails with FileMissing when the folder cannot be read.
     static Result<FolderIndex> Read(const std::filesystem::path& folder);
 
     /// The file of exactly this name, in UTF-8, else one whose name differs only in the case of A to Z; of

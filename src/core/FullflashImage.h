@@ -47,7 +47,7 @@ struct FullflashImage {
 };
 
 /// Opens the file read-only and identifies the phone. `picnum` is left to the reading of the table. Fails
-/// with FileMissing when the file can not be opened and with ReadFailed when the system fails a read.
+/// with FileMissing when the file cannot be opened and with ReadFailed when the system fails a read.
 Result<FullflashImage> OpenFullflashImage(const std::filesystem::path& path);
 
 /// Identifies the phone of a flash that is open already.

@@ -21,7 +21,7 @@ enum class CommitMode {
 class OutputFile {
   public:
     /// Begins a file that will be `target`. Fails with WriteFailed, naming `target`, when its folder does not
-    /// exist or can not be written.
+    /// exist or cannot be written.
     static Result<OutputFile> Create(const std::filesystem::path& target);
 
     /// The same by way of a hidden neighbour; Create does so where it must.

@@ -13,16 +13,16 @@
 namespace pictavo {
 
 enum class ErrorKind {
-    FileMissing,       ///< the file can not be opened for reading, or is no regular file
+    FileMissing,       ///< the file cannot be opened for reading, or is no regular file
     ReadFailed,        ///< the system failed a read, or the file became shorter while it was read
-    WriteFailed,       ///< a file or folder can not be created, written or renamed
+    WriteFailed,       ///< a file or folder cannot be created, written or renamed
     FileExists,        ///< an output of that name is there already and was to be kept
     OutputIsInput,     ///< an output path names the very file that is read
     UnknownFile,       ///< the file is not of the kind that was asked for
     NoGpf,             ///< the file is no GPF or GPF2 file
     Truncated,         ///< the file ends before what its header promises
     Malformed,         ///< a field of the file, or a text, does not hold what it must
-    NotSupported,      ///< the format can not hold this picture
+    NotSupported,      ///< the format cannot hold this picture
     OneBitCompressed,  ///< compressed 1-bit pictures are not written
     TooLarge,          ///< the picture does not fit into the Raster, or its file into memory
     PngTooLarge,       ///< a new PNG file does not fit into the place of the old one
@@ -80,7 +80,7 @@ inline Error WithPath(Error error, const std::filesystem::path& path) {
 
 }  // namespace pictavo
 
-// NOLINTBEGIN(bugprone-macro-parentheses): a declaration can not stand in parentheses.
+// NOLINTBEGIN(bugprone-macro-parentheses): a declaration cannot stand in parentheses.
 #define PICTAVO_CONCAT_(a, b) a##b
 #define PICTAVO_CONCAT(a, b) PICTAVO_CONCAT_(a, b)
 

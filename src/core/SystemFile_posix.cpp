@@ -27,7 +27,7 @@ Failure FailWith(ErrorKind kind, const std::filesystem::path& path, const std::s
 
 Failure CanNotBeCreated(const std::filesystem::path& path) {
     if (errno == EEXIST) return Fail(ErrorKind::FileExists, path, "exists already");
-    return FailWith(ErrorKind::WriteFailed, path, "can not be created");
+    return FailWith(ErrorKind::WriteFailed, path, "cannot be created");
 }
 
 /// The system counts in int; all that is passed to it here was an int before.
@@ -55,14 +55,14 @@ bool IsOwnFile(int handle, const std::filesystem::path& path) {
 
 Result<Opened> OpenForReading(const std::filesystem::path& path) {
     const int handle = Retry([&] { return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); });
-    if (handle < 0) return FailWith(ErrorKind::FileMissing, path, "can not be opened");
+    if (handle < 0) return FailWith(ErrorKind::FileMissing, path, "cannot be opened");
     struct stat status {};
     if (fstat(handle, &status) == 0 && S_ISREG(status.st_mode))
         return Opened{handle, static_cast<std::uint64_t>(status.st_size)};
     Close(handle);
     return Fail(ErrorKind::FileMissing, path,
-                S_ISDIR(status.st_mode) ? "can not be opened (it is a folder)"
-                                        : "can not be opened (it is no regular file)");
+                S_ISDIR(status.st_mode) ? "cannot be opened (it is a folder)"
+                                        : "cannot be opened (it is no regular file)");
 }
 
 Result<std::size_t> ReadAt(Handle handle, std::uint64_t offset, MutableByteView into) {
@@ -73,7 +73,7 @@ Result<std::size_t> ReadAt(Handle handle, std::uint64_t offset, MutableByteView 
                          static_cast<off_t>(offset + done));
         });
         if (count < 0)
-            return Fail(ErrorKind::ReadFailed, {}, offset + done, "can not be read (" + Reason(errno) + ")");
+            return Fail(ErrorKind::ReadFailed, {}, offset + done, "cannot be read (" + Reason(errno) + ")");
         if (count == 0) break;
         done += static_cast<std::size_t>(count);
     }
@@ -112,7 +112,7 @@ Result<Handle> CreateNew(const std::filesystem::path& path) {
 Status Write(Handle handle, ByteView bytes, const std::filesystem::path& path) {
     while (!bytes.empty()) {
         const auto count = Retry([&] { return write(Number(handle), bytes.data(), bytes.size()); });
-        if (count < 0) return FailWith(ErrorKind::WriteFailed, path, "can not be written");
+        if (count < 0) return FailWith(ErrorKind::WriteFailed, path, "cannot be written");
         bytes = bytes.subspan(static_cast<std::size_t>(count));
     }
     return {};
@@ -122,7 +122,7 @@ Status WriteAt(Handle handle, std::uint64_t offset, ByteView bytes, const std::f
     while (!bytes.empty()) {
         const auto count = Retry(
             [&] { return pwrite(Number(handle), bytes.data(), bytes.size(), static_cast<off_t>(offset)); });
-        if (count < 0) return FailWith(ErrorKind::WriteFailed, path, "can not be written");
+        if (count < 0) return FailWith(ErrorKind::WriteFailed, path, "cannot be written");
         offset += static_cast<std::uint64_t>(count);
         bytes = bytes.subspan(static_cast<std::size_t>(count));
     }
@@ -131,7 +131,7 @@ Status WriteAt(Handle handle, std::uint64_t offset, ByteView bytes, const std::f
 
 Status Sync(Handle handle, const std::filesystem::path& path) {
     if (Retry([&] { return fsync(Number(handle)); }) < 0)
-        return FailWith(ErrorKind::WriteFailed, path, "can not be brought to the disk");
+        return FailWith(ErrorKind::WriteFailed, path, "cannot be brought to the disk");
     return {};
 }
 
@@ -149,7 +149,7 @@ void Close(Handle handle) {
 Status RenameReplacing(const std::filesystem::path& from, const std::filesystem::path& to,
                        Durability /*durability*/) {
     if (std::rename(from.c_str(), to.c_str()) == 0) return {};
-    return FailWith(ErrorKind::WriteFailed, to, "can not be created");
+    return FailWith(ErrorKind::WriteFailed, to, "cannot be created");
 }
 
 Status RenameKeeping(const std::filesystem::path& from, const std::filesystem::path& to,

@@ -39,7 +39,7 @@ Failure CanNotBeCreated(const std::filesystem::path& path) {
     const DWORD code = GetLastError();
     if (code == ERROR_FILE_EXISTS || code == ERROR_ALREADY_EXISTS)
         return Fail(ErrorKind::FileExists, path, "exists already");
-    return FailWith(ErrorKind::WriteFailed, path, "can not be created");
+    return FailWith(ErrorKind::WriteFailed, path, "cannot be created");
 }
 
 DWORD TransferSize(std::size_t wanted) {
@@ -61,7 +61,7 @@ Status WriteFrom(Handle handle, std::uint64_t offset, ByteView bytes, const std:
         OVERLAPPED place = Place(offset);
         DWORD count = 0;
         if (WriteFile(Native(handle), bytes.data(), TransferSize(bytes.size()), &count, &place) == 0)
-            return FailWith(ErrorKind::WriteFailed, path, "can not be written");
+            return FailWith(ErrorKind::WriteFailed, path, "cannot be written");
         if (offset != kFileEnd) offset += count;
         bytes = bytes.subspan(count);
     }
@@ -103,7 +103,7 @@ bool RemoveWhenClosed(HANDLE handle) {
 Failure CanNotBeOpened(const std::filesystem::path& path, DWORD code) {
     const bool isFolder = TypeOfFile(path) == std::filesystem::file_type::directory;
     return Fail(ErrorKind::FileMissing, path,
-                "can not be opened (" + (isFolder ? "it is a folder" : Reason(code)) + ")");
+                "cannot be opened (" + (isFolder ? "it is a folder" : Reason(code)) + ")");
 }
 
 }  // namespace
@@ -118,7 +118,7 @@ Result<Opened> OpenForReading(const std::filesystem::path& path) {
     if (GetFileType(handle) == FILE_TYPE_DISK && GetFileSizeEx(handle, &size) != 0)
         return Opened{Number(handle), static_cast<std::uint64_t>(size.QuadPart)};
     CloseHandle(handle);
-    return Fail(ErrorKind::FileMissing, path, "can not be opened (it is no regular file)");
+    return Fail(ErrorKind::FileMissing, path, "cannot be opened (it is no regular file)");
 }
 
 Result<std::size_t> ReadAt(Handle handle, std::uint64_t offset, MutableByteView into) {
@@ -130,7 +130,7 @@ Result<std::size_t> ReadAt(Handle handle, std::uint64_t offset, MutableByteView 
             ReadFile(Native(handle), into.data() + done, TransferSize(into.size() - done), &count, &place);
         if (isRead == 0 && GetLastError() != ERROR_HANDLE_EOF)
             return Fail(ErrorKind::ReadFailed, {}, offset + done,
-                        "can not be read (" + Reason(GetLastError()) + ")");
+                        "cannot be read (" + Reason(GetLastError()) + ")");
         if (count == 0) break;
         done += count;
     }
@@ -142,7 +142,7 @@ std::optional<Handle> CreateNameless(const std::filesystem::path& /*folder*/) {
 }
 
 Status Name(Handle /*handle*/, const std::filesystem::path& path) {
-    return Fail(ErrorKind::WriteFailed, path, "can not be created (files have names from the start here)");
+    return Fail(ErrorKind::WriteFailed, path, "cannot be created (files have names from the start here)");
 }
 
 Result<Handle> CreateNew(const std::filesystem::path& path) {
@@ -163,7 +163,7 @@ Status WriteAt(Handle handle, std::uint64_t offset, ByteView bytes, const std::f
 
 Status Sync(Handle handle, const std::filesystem::path& path) {
     if (FlushFileBuffers(Native(handle)) != 0) return {};
-    return FailWith(ErrorKind::WriteFailed, path, "can not be brought to the disk");
+    return FailWith(ErrorKind::WriteFailed, path, "cannot be brought to the disk");
 }
 
 void SyncFolder(const std::filesystem::path& /*folder*/) {}
@@ -176,7 +176,7 @@ Status RenameReplacing(const std::filesystem::path& from, const std::filesystem:
                        Durability durability) {
     const Status renamed = Rename(from, to, MOVEFILE_REPLACE_EXISTING, durability);
     if (renamed || renamed.error().kind != ErrorKind::FileExists) return renamed;
-    return Fail(ErrorKind::WriteFailed, to, "can not be replaced");
+    return Fail(ErrorKind::WriteFailed, to, "cannot be replaced");
 }
 
 Status RenameKeeping(const std::filesystem::path& from, const std::filesystem::path& to,

@@ -30,7 +30,7 @@ Status CreateFolders(const std::filesystem::path& folder);
 /// not be read.
 Result<std::vector<std::filesystem::path>> FileNamesIn(const std::filesystem::path& folder);
 
-/// False as well when the folder can not be read.
+/// False as well when the folder cannot be read.
 bool IsEmptyFolder(const std::filesystem::path& folder);
 
 }  // namespace pictavo::system_file

@@ -30,7 +30,7 @@ Status CreateFolders(const std::filesystem::path& folder) {
     if (TypeOfFile(folder) == std::filesystem::file_type::directory) return {};
     return Fail(
         ErrorKind::WriteFailed, folder,
-        "can not be made a folder (" + (error ? error.message() : std::string("a file has this name")) + ")");
+        "cannot be made a folder (" + (error ? error.message() : std::string("a file has this name")) + ")");
 }
 
 Result<std::vector<std::filesystem::path>> FileNamesIn(const std::filesystem::path& folder) {
@@ -41,7 +41,7 @@ Result<std::vector<std::filesystem::path>> FileNamesIn(const std::filesystem::pa
         if (std::error_code ignored; entry->is_regular_file(ignored))
             names.push_back(entry->path().filename());
     if (!error) return names;
-    return Fail(ErrorKind::FileMissing, folder, "the folder can not be read (" + error.message() + ")");
+    return Fail(ErrorKind::FileMissing, folder, "the folder cannot be read (" + error.message() + ")");
 }
 
 bool IsEmptyFolder(const std::filesystem::path& folder) {

@@ -132,7 +132,7 @@ Status CreateFolders(const std::filesystem::path& folder) {
     if (type == file_type::directory) return {};
     const bool isTaken = code == ERROR_ALREADY_EXISTS || type == file_type::regular;
     return Fail(ErrorKind::WriteFailed, folder,
-                "can not be made a folder (" + (isTaken ? "a file has this name" : Reason(code)) + ")");
+                "cannot be made a folder (" + (isTaken ? "a file has this name" : Reason(code)) + ")");
 }
 
 Result<std::vector<std::filesystem::path>> FileNamesIn(const std::filesystem::path& folder) {
@@ -144,7 +144,7 @@ Result<std::vector<std::filesystem::path>> FileNamesIn(const std::filesystem::pa
         return true;
     });
     if (code == ERROR_SUCCESS) return names;
-    return Fail(ErrorKind::FileMissing, folder, "the folder can not be read (" + Reason(code) + ")");
+    return Fail(ErrorKind::FileMissing, folder, "the folder cannot be read (" + Reason(code) + ")");
 }
 
 bool IsEmptyFolder(const std::filesystem::path& folder) {

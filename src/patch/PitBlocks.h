@@ -37,7 +37,7 @@ struct RebuildSource {
 };
 
 /// Reads the head of a source file. Fails as ReadGpfHeader does; with NotSupported when this flash's records
-/// can not hold the picture; with Truncated when the file's data do not fill it (a picture that can not be
+/// cannot hold the picture; with Truncated when the file's data do not fill it (a picture that cannot be
 /// decoded at all, of an unknown depth or beyond the Raster, is taken as it stands); and with Malformed when
 /// the file is longer than 16 MiB.
 Result<RebuildSource> ReadRebuildSource(const FullflashImage& flash, const PictureRecord& record,

@@ -46,7 +46,7 @@ class PatchExtraction {
     }
 
   private:
-    /// Fails only where the patch can not be read on.
+    /// Fails only where the patch cannot be read on.
     Status TakeAll() {
         for (;;) {
             PICTAVO_TRY(const auto part, sections_.NextSection());

@@ -16,7 +16,7 @@ namespace pictavo {
 using ExtractTo =
     std::function<Outcome(const std::filesystem::path& source, const std::filesystem::path& folder)>;
 
-/// Asks for the source and for the folder, and extracts. A source that can not be opened is told, in the form
+/// Asks for the source and for the folder, and extracts. A source that cannot be opened is told, in the form
 /// given, before the folder is asked for.
 Outcome ChooseAndExtract(const Session& session, Ports& ports, std::vector<FileFilter> filters,
                          MissingForm missing, const ExtractTo& extract);

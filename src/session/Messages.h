@@ -19,7 +19,7 @@ Question RegisterTypesQuestion(const LanguageTable& texts);
 /// Kept: its text is Russian in every language.
 Question ApplyToAllQuestion();
 
-/// The forms in which commands tell that a file can not be opened.
+/// The forms in which commands tell that a file cannot be opened.
 enum class MissingForm {
     PathThenText,       ///< path, carriage return, text and "!": most of them
     TextThenPath,       ///< text and "!", carriage return, path: replacing a picture

@@ -96,7 +96,7 @@ Outcome OpenRecent(Session& session, Ports& ports, std::size_t index) {
     const auto& entries = session.settings.MRU;
     if (index >= entries.size() || !entries[index]) return Outcome::Cancelled();
     const std::filesystem::path path = PathOf(*entries[index]);
-    if (FileMissing(path)) return RefusedSilently(ErrorKind::FileMissing, path, "can not be opened");
+    if (FileMissing(path)) return RefusedSilently(ErrorKind::FileMissing, path, "cannot be opened");
     return OpenFlash(session, ports, path);
 }
 

@@ -8,7 +8,7 @@ namespace pictavo {
 
 /// Opens a fullflash in place of the one that is open, and reads its picture table. A pending patch of PNG
 /// files is dropped; work files stay; nothing is shown any more. It is never stopped half way: what
-/// `progress` answers is passed over. When the file can not be opened or read, all is as it was.
+/// `progress` answers is passed over. When the file cannot be opened or read, all is as it was.
 Status OpenFullflash(Session& session, const std::filesystem::path& path, Progress& progress);
 
 /// Fails with UnknownFile, naming the file, when the open flash holds no picture table: then it is no

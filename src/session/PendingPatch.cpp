@@ -16,7 +16,7 @@ Result<NewPicture> ReadNewPicture(const std::filesystem::path& workFile) {
     return NewPicture{workFile, loaded.header, loaded.decoded.consumed};
 }
 
-/// Room of the last row: the length of its own old picture, 0 when that can not be decoded.
+/// Room of the last row: the length of its own old picture, 0 when that cannot be decoded.
 std::uint64_t RoomOfRow(const Session& session, std::size_t index) {
     const bool isLast = index + 1 == session.rows.size();
     const std::uint64_t lastLength =

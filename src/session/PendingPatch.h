@@ -12,7 +12,7 @@ namespace pictavo {
 /// ReadPatch does.
 Result<std::vector<FileRange>> PendingPngRanges(const Session& session);
 
-/// Decides where the replaced pictures go. A work file that can not be read leaves its row without a picture
+/// Decides where the replaced pictures go. A work file that cannot be read leaves its row without a picture
 /// and is a problem of `outcome`. Fails as PlanPatch and PendingPngRanges do.
 Result<PatchPlan> PlanPendingPatch(const Session& session, Outcome& outcome);
 

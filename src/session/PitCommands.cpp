@@ -76,7 +76,7 @@ Result<RebuildSource> ReadSource(const Session& session, const FolderIndex& fold
                 "holds no GPF file " + NumberName(session.settings, row.number) + ".gpf2 or .gpf");
 }
 
-/// The sources of all rows; those that are missing or can not be used are problems.
+/// The sources of all rows; those that are missing or cannot be used are problems.
 std::vector<RebuildSource> ReadSources(const Session& session, const FolderIndex& folder,
                                        const std::filesystem::path& from, std::vector<Problem>& problems) {
     std::vector<RebuildSource> sources;

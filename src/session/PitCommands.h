@@ -13,7 +13,7 @@ Outcome BackupPit(Session& session, Ports& ports);
 
 /// Writes the table and the block as they stand in the flash. Each file that exists is asked about for
 /// itself, and Cancel skips only it. Refused, before anything is written, when either would be empty, or the
-/// last picture can not be decoded.
+/// last picture cannot be decoded.
 Outcome BackupPitTo(Session& session, Ports& ports, const std::filesystem::path& folder);
 
 /// Asks for both folders, then RebuildPitFrom.
@@ -21,7 +21,7 @@ Outcome RebuildPit(Session& session, Ports& ports);
 
 /// Writes a new table and a densely packed block from the work files of bold rows and the GPF files in
 /// `from`, named by the rows' numbers. Refused, before anything is written, when a row has no source (each is
-/// a problem of the outcome) or one that can not be used. Kept: when the block passes the place where the old
+/// a problem of the outcome) or one that cannot be used. Kept: when the block passes the place where the old
 /// last picture began, the files stand as far as they were written and the outcome is refused with
 /// BlockTooLarge.
 Outcome RebuildPitFrom(Session& session, Ports& ports, const std::filesystem::path& from,

@@ -67,7 +67,7 @@ std::filesystem::path ConverterOf(const Session& session) {
 Status CheckConverter(const Session& session) {
     if (!FileMissing(ConverterOf(session))) return {};
     return Fail(ErrorKind::ConverterMissing, ConverterOf(session),
-                "the converter (setting nConvert) can not be opened");
+                "the converter (setting nConvert) cannot be opened");
 }
 
 Result<std::filesystem::path> ConvertPngToBitmap(const Session& session, ProcessRunner& processes,

@@ -90,7 +90,7 @@ class ProcessRunner {
     virtual ~ProcessRunner() = default;
 
     /// Runs a program and waits for its end, without a shell: each argument (UTF-8) arrives as it stands.
-    /// Reports nothing: a program that can not start returns at once, and the caller finds no output file.
+    /// Reports nothing: a program that cannot start returns at once, and the caller finds no output file.
     virtual void RunAndWait(const std::filesystem::path& program,
                             const std::vector<std::string>& arguments) = 0;
 };

@@ -35,7 +35,7 @@ std::string LoweredEnd(const std::filesystem::path& path) {
 }
 
 Status LoadSource(Session& session, Ports& ports, const std::filesystem::path& path) {
-    if (FileMissing(path)) return Fail(ErrorKind::FileMissing, path, "can not be opened");
+    if (FileMissing(path)) return Fail(ErrorKind::FileMissing, path, "cannot be opened");
     const std::string end = LoweredEnd(path);
     if (end == "gpf2" || end == ".gpf") return LoadGpfWhole(session, path);
     if (end == ".png") PICTAVO_TRY(CheckConverter(session));  // whatever the file holds

@@ -41,7 +41,7 @@ Outcome Refuse(const Session& session, Ports& ports, const Error& error) {
 Outcome RefuseMissing(const Session& session, Ports& ports, const std::filesystem::path& path,
                       MissingForm form) {
     ports.prompts.Tell(MissingFile(session.texts, path, form));
-    return Outcome::Refused({ErrorKind::FileMissing, path, std::nullopt, "can not be opened"});
+    return Outcome::Refused({ErrorKind::FileMissing, path, std::nullopt, "cannot be opened"});
 }
 
 void TellProblems(Ports& ports, const Outcome& outcome) {

@@ -15,7 +15,7 @@ void Tell(const Session& session, Ports& ports, const Error& error);
 /// Shows the error's box and ends the command with it.
 Outcome Refuse(const Session& session, Ports& ports, const Error& error);
 
-/// The same for a file that can not be opened, in the command's own form.
+/// The same for a file that cannot be opened, in the command's own form.
 Outcome RefuseMissing(const Session& session, Ports& ports, const std::filesystem::path& path,
                       MissingForm form);
 

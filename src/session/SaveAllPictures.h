@@ -24,7 +24,7 @@ Outcome SaveAsGpfs(Session& session, Ports& ports);
 
 /// Shows each picture in list order and writes it. A GPF takes the row's type and the stored bytes as they
 /// stand (of a replaced row those of its work file); a BMP and a PNG carry alpha when the picture has it. A
-/// picture that can not be decoded gives no file; one that the flash ends inside is written with what there
+/// picture that cannot be decoded gives no file; one that the flash ends inside is written with what there
 /// is; both, and outputs that fail, are problems of the outcome, and the others go on. A declined overwrite
 /// skips that one file.
 Outcome SavePictures(Session& session, Ports& ports, const SaveRequest& request);

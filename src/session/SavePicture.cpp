@@ -52,11 +52,11 @@ Outcome WriteTarget(const Session& session, Ports& ports, const std::filesystem:
     return Finish(session, ports, write(**mode));
 }
 
-/// A GPF can not hold the height of a tall picture; widths never exceed it.
+/// A GPF cannot hold the height of a tall picture; widths never exceed it.
 Status CheckGpfHeight(const Session& session, const std::filesystem::path& path, bool isGPF2) {
     if (isGPF2 || session.picture.height <= kGpfLargestSize) return {};
     return Fail(ErrorKind::NotSupported, path,
-                "a GPF file can not hold a picture of more than 255 rows; a GPF2 file (.gpf2) can");
+                "a GPF file cannot hold a picture of more than 255 rows; a GPF2 file (.gpf2) can");
 }
 
 Bytes ComposeShownGpf(const Session& session, bool isGPF2, std::uint8_t typeCode) {

@@ -8,7 +8,7 @@ std::string UpToNul(const std::string& value) {
     return value.substr(0, value.find('\0'));
 }
 
-/// A command that can not be read is none.
+/// A command that cannot be read is none.
 std::string CommandOf(const KeyStore& store, const std::string& type) {
     const std::string key = CommandKey(type, kOpenVerb);
     const KeyStore::Value command = store.HasKey(key) ? store.ReadValue(key, "") : tl::unexpected(0U);

@@ -34,7 +34,7 @@ Result<bool> RemoveText(const fs::path& path) {
     if (!IsThere(path)) return false;
     system_file::RemoveFile(path);
     if (!IsThere(path)) return true;
-    return Fail(ErrorKind::WriteFailed, path, "can not be removed");
+    return Fail(ErrorKind::WriteFailed, path, "cannot be removed");
 }
 
 Result<bool> PutText(const fs::path& path, std::string_view text) {

@@ -30,7 +30,7 @@ std::filesystem::path SettingsFile(const std::filesystem::path& programFolder,
     const std::filesystem::path ofUser = userFolder / kSettingsFileName;
     if (userFolder.empty()) return beside;
     if (CanBeCreated(beside)) return NameIsFree(beside) && !NameIsFree(ofUser) ? ofUser : beside;
-    static_cast<void>(EnsureFolder(userFolder));  // the saving tells why when it can not be made
+    static_cast<void>(EnsureFolder(userFolder));  // the saving tells why when it cannot be made
     if (NameIsFree(ofUser)) CarryOver(beside, ofUser);
     return ofUser;
 }

@@ -22,7 +22,7 @@ inline std::string CommandKey(const std::string& type, const std::string& verb) 
 
 class KeyStore {
   public:
-    /// A value as it is stored, with or without a terminating NUL, or the system's number for why it can not
+    /// A value as it is stored, with or without a terminating NUL, or the system's number for why it cannot
     /// be read.
     using Value = tl::expected<std::string, std::uint32_t>;
 

@@ -41,7 +41,7 @@ Result<ImportedPixels> QtPictureLoader::Load(const std::filesystem::path& path) 
     const QImage image = reader.read();
     if (image.isNull())
         return Fail(ErrorKind::Malformed, path,
-                    "can not be read as a picture (" + reader.errorString().toStdString() + ")");
+                    "cannot be read as a picture (" + reader.errorString().toStdString() + ")");
     PICTAVO_TRY(CheckPictureSize(path, image.width(), image.height()));
     return PixelsOf(image);
 }

@@ -15,7 +15,7 @@ HANDLE OpenNothing() {
                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-/// Without a console window; false when the program can not be started.
+/// Without a console window; false when the program cannot be started.
 bool Start(const std::filesystem::path& program, std::wstring line, HANDLE nothing,
            PROCESS_INFORMATION& child) {
     STARTUPINFOW start{};

@@ -7,7 +7,7 @@
 namespace pictavo {
 
 /// A ByteSource as Qt's readers want it. Files are given to Qt this way and not by name, because a name on
-/// Linux may hold bytes that a QString can not.
+/// Linux may hold bytes that a QString cannot.
 class SourceDevice final : public QIODevice {
   public:
     /// Open for reading from the start. `source` must outlive the device.

@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kLockName = "pictavo.lock";
 constexpr const char* kWorkFileExtension = ".gpf2";
 
-/// What can not be looked into counts as holding some.
+/// What cannot be looked into counts as holding some.
 bool HoldsWorkFiles(const std::filesystem::path& folder) {
     const auto names = system_file::FileNamesIn(folder);
     return !names || std::any_of(names->begin(), names->end(), [](const std::filesystem::path& name) {

@@ -41,7 +41,7 @@ class Form1 final : public QMainWindow {
     Form1(Session session, const WindowServices& services);
 
     /// Once, when the window is shown: temporary files, settings, language, file types, then the files that
-    /// the command line names. Settings or a language that can not be read are told, and it goes on with what
+    /// the command line names. Settings or a language that cannot be read are told, and it goes on with what
     /// there is.
     void Start(const std::vector<std::string>& names);
 

@@ -73,7 +73,7 @@ Outcome SaveShownAsGpf(Session& session, Ports& ports, std::size_t, std::uint8_t
 }
 
 Problem MissingReadMe(const std::filesystem::path& path) {
-    return {{ErrorKind::FileMissing, path, std::nullopt, "can not be opened"}, std::nullopt};
+    return {{ErrorKind::FileMissing, path, std::nullopt, "cannot be opened"}, std::nullopt};
 }
 
 Outcome SaveThePatch(Session& session, Ports& ports) {

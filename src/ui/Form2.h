@@ -33,7 +33,7 @@ class Form2 final : public QDialog {
     void ChooseLanguage();
     void ChooseConverter();
 
-    /// The chosen path; empty when cancelled, or when it can not be read, which is told.
+    /// The chosen path; empty when cancelled, or when it cannot be read, which is told.
     std::filesystem::path Readable(const std::filesystem::path& answer);
 
     QLineEdit& Text(const char* name) const { return *findChild<QLineEdit*>(name); }

@@ -168,7 +168,7 @@ TEST_F(ContractTest, AMissingFlashIsOneLineThatNamesIt) {
           Arguments{"patch", missing, "-o", Path("a.vkp")},
           Arguments{"backup-pit", missing, "-o", Path("out")},
           Arguments{"rebuild-pit", missing, "--from", temp.Path().string(), "-o", Path("out")}})
-        ExpectRefused(Cli(command), {missing + ": can not be opened", "No such file"});
+        ExpectRefused(Cli(command), {missing + ": cannot be opened", "No such file"});
     EXPECT_EQ(ListNames(temp.Path()), std::vector<std::string>{"run folders"});
 }
 

@@ -398,7 +398,7 @@ TEST_F(PatchPngTest, OneThatCanNotBeTakenLeavesNoPatch) {
         ExpectRefused(Patch(flash, {"--png", good, "--png", path}), mentions);
         EXPECT_FALSE(std::filesystem::exists(NewPatch())) << path;
     };
-    refuse(Path("1D0000.PNG"), {Path("1D0000.PNG"), "can not be opened"});
+    refuse(Path("1D0000.PNG"), {Path("1D0000.PNG"), "cannot be opened"});
     const std::string misnamed = Write("picture.png", Png(3));
     refuse(misnamed, {misnamed, "is not named by the offset"});
     refuse(Write("1D0001.png", Png(3)), {flash, "at 0x1D0001: no PNG file begins there"});

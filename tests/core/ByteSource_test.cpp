@@ -78,17 +78,17 @@ void ExpectRefused(const std::filesystem::path& path, const std::string& reason)
 
 TEST(FileSource, RefusesFoldersDevicesAndMissingFilesWithTheReason) {
     const TempFolder temp;
-    ExpectRefused(temp.Path(), "can not be opened (it is a folder)");
-    ExpectRefused(temp / "none", "can not be opened (No such file or directory)");
-    ExpectRefused(temp / "none" / "below", "can not be opened (No such file or directory)");
-    ExpectRefused(kNullDevice, "can not be opened (it is no regular file)");
+    ExpectRefused(temp.Path(), "cannot be opened (it is a folder)");
+    ExpectRefused(temp / "none", "cannot be opened (No such file or directory)");
+    ExpectRefused(temp / "none" / "below", "cannot be opened (No such file or directory)");
+    ExpectRefused(kNullDevice, "cannot be opened (it is no regular file)");
 }
 
 TEST(FileSource, RefusesAPipeWithoutWaitingForItsOtherEnd) {
     PICTAVO_NEEDS_POSIX("named pipes in folders");
     const TempFolder temp;
     ASSERT_TRUE(MakePipe(temp / "pipe"));
-    ExpectRefused(temp / "pipe", "can not be opened (it is no regular file)");
+    ExpectRefused(temp / "pipe", "cannot be opened (it is no regular file)");
 }
 
 TEST(FileSource, AFileThatBecameShorterIsAnErrorAndNoCrash) {

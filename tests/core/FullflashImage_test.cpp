@@ -154,7 +154,7 @@ TEST(FullflashImage, AFolderIsAnErrorThatSaysSo) {
     const TempFolder temp;
     const auto flash = OpenFullflashImage(temp.Path());
     ASSERT_FALSE(flash);
-    EXPECT_EQ(flash.error().detail, "can not be opened (it is a folder)");
+    EXPECT_EQ(flash.error().detail, "cannot be opened (it is a folder)");
 }
 
 }  // namespace

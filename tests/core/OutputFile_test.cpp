@@ -153,7 +153,7 @@ TEST_P(OutputFileTest, AFullDiskLeavesTheOldFileAndNothingElse) {
         const Status written = file.Write(Bytes(5000, 1));
         ASSERT_FALSE(written);
         EXPECT_EQ(written.error(), (Error{ErrorKind::WriteFailed, target, std::nullopt,
-                                          "can not be written (File too large)"}));
+                                          "cannot be written (File too large)"}));
     }
     EXPECT_EQ(ReadText(target), "old");
     EXPECT_EQ(Names(), std::vector<std::string>{"target"});
@@ -163,7 +163,7 @@ TEST_P(OutputFileTest, AFolderThatIsNotThereIsNamedWithTheTarget) {
     const auto file = GetParam()(temp / "none" / "target");
     ASSERT_FALSE(file);
     EXPECT_EQ(file.error(), (Error{ErrorKind::WriteFailed, temp / "none" / "target", std::nullopt,
-                                   "can not be created (No such file or directory)"}));
+                                   "cannot be created (No such file or directory)"}));
 }
 
 TEST_P(OutputFileTest, AFolderOfTheTargetsNameIsNeverReplaced) {

@@ -119,7 +119,7 @@ std::string HeaderBetween(const std::string& include, const std::string& open, c
     return isAll ? include.substr(open.size(), end - open.size()) : "";
 }
 
-/// Whether `room` may include so. A form that can not be read it may not.
+/// Whether `room` may include so. A form that cannot be read it may not.
 bool IsAllowed(const Room& room, const std::string& include) {
     const std::string ours = HeaderBetween(include, "include \"", '"');
     const std::string outside = HeaderBetween(include, "include <", '>');

@@ -173,7 +173,7 @@ TEST_F(ChangePngTest, AnOldPngWithoutAnEndIsRefused) {
 TEST_F(ChangePngTest, AMissingFileIsToldWithoutItsPath) {
     Open(Flash());
     const auto path = temp / "001C0000.png";
-    ExpectRefused(path, {ErrorKind::FileMissing, path, std::nullopt, "can not be opened"}, "fnExi!");
+    ExpectRefused(path, {ErrorKind::FileMissing, path, std::nullopt, "cannot be opened"}, "fnExi!");
 }
 
 TEST_F(ChangePngTest, AFileThatIsNoWholePngIsRefused) {

@@ -10,7 +10,7 @@ TEST(Messages, WithoutALanguageFileAMissingFileIsItsPathAndAnExclamationMark) {
     EXPECT_EQ(MissingFile(empty, "/a.bmp", MissingForm::PathThenText).text, "/a.bmp\r!");
     EXPECT_EQ(MissingFile(empty, "/a.bmp", MissingForm::TextThenPath).text, "!\r/a.bmp");
     EXPECT_EQ(MissingFile(empty, "/a.bmp", MissingForm::TextBeforePathEnd).text, "\r/a.bmp!");
-    const Error missing{ErrorKind::FileMissing, "/a.bmp", std::nullopt, "can not be opened"};
+    const Error missing{ErrorKind::FileMissing, "/a.bmp", std::nullopt, "cannot be opened"};
     ASSERT_EQ(NoticesOf(empty, missing).size(), 1U);
     EXPECT_EQ(NoticesOf(empty, missing)[0].text, "/a.bmp\r!");
 }

@@ -74,10 +74,10 @@ TEST_F(StartUpTest, AfterCancelItIsAskedAgainAndAfterOkNoMore) {
 }
 
 TEST_F(StartUpTest, AFailureToRegisterIsTold) {
-    associations.error = Error{ErrorKind::WriteFailed, "/home/x", std::nullopt, "can not be created"};
+    associations.error = Error{ErrorKind::WriteFailed, "/home/x", std::nullopt, "cannot be created"};
     scripted.prompts.Expect(Asked::RegisterTypes, true);
     EXPECT_EQ(Check().end, Outcome::End::Refused);
-    EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{"/home/x\rcan not be created"});
+    EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{"/home/x\rcannot be created"});
 }
 
 TEST(GpfExtensions, AreThoseOfBothVariants) {

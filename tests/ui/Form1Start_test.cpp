@@ -67,7 +67,7 @@ TEST_F(Form1StartTest, NothingIsAskedWhenTheTypesAreThisPrograms) {
     EXPECT_TRUE(scripted.prompts.questions.empty());
 }
 
-/// What can not be read or written, by its path in the test's folder.
+/// What cannot be read or written, by its path in the test's folder.
 class Form1StartFailure : public Form1StartTest {
   protected:
     void ExpectToldAndGoneOn(const std::filesystem::path& culprit) {

@@ -16,7 +16,7 @@ TEST(OpenElsewhere, AFileThatAnotherProgramKeepsForItselfIsToldAsSuch) {
     CloseHandle(elsewhere);
     ASSERT_FALSE(opened);
     EXPECT_EQ(opened.error().path, path);
-    EXPECT_EQ(opened.error().detail, "can not be opened (another program has it open)");
+    EXPECT_EQ(opened.error().detail, "cannot be opened (another program has it open)");
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 
 namespace pictavo::bench {
 
-inline constexpr int kRounds = 9;
+inline constexpr int kRounds = 15;
 
 inline const std::string kCli = std::string(PICTAVO_BIN_DIR) + "/pictavo-cli";
 

@@ -15,13 +15,6 @@ namespace pictavo::bench {
 
 namespace {
 
-double SecondsOf(const Timed& timed) {
-    if (timed.before) timed.before();
-    const auto start = std::chrono::steady_clock::now();
-    timed.work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
 double Median(std::vector<double> values) {
     std::sort(values.begin(), values.end());
     return values[values.size() / 2];
@@ -29,16 +22,26 @@ double Median(std::vector<double> values) {
 
 }  // namespace
 
-Comparison Compare(int rounds, const Timed& work, const Timed& peer) {
-    std::vector<double> workTimes;
-    std::vector<double> peerTimes;
-    SecondsOf(work);
-    SecondsOf(peer);
+TimedRun Clocked(std::function<void()> work) {
+    return [work = std::move(work)] {
+        const auto start = std::chrono::steady_clock::now();
+        work();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+}
+
+Comparison Compare(int rounds, const TimedRun& work, const TimedRun& peer) {
+    std::vector<double> works;
+    std::vector<double> peers;
+    std::vector<double> ratios;
+    work();
+    peer();
     for (int round = 0; round < rounds; ++round) {
-        workTimes.push_back(SecondsOf(work));
-        peerTimes.push_back(SecondsOf(peer));
+        works.push_back(work());
+        peers.push_back(peer());
+        ratios.push_back(works.back() / peers.back());
     }
-    return {Median(workTimes), Median(peerTimes)};
+    return {Median(works), Median(peers), Median(ratios)};
 }
 
 long RunProgram(const std::vector<std::string>& arguments) {
@@ -71,9 +74,9 @@ std::vector<double> NumbersOf(const std::vector<std::string>& arguments) {
 }
 
 bool Print(const std::string& what, const Comparison& comparison, double bound) {
-    const bool holds = comparison.Ratio() <= bound;
+    const bool holds = comparison.ratio <= bound;
     std::printf("%-58s %9.2f ms %9.2f ms   ratio %6.2f  bound %6.2f  %s\n", what.c_str(),
-                comparison.work * 1e3, comparison.peer * 1e3, comparison.Ratio(), bound,
+                comparison.work * 1e3, comparison.peer * 1e3, comparison.ratio, bound,
                 holds ? "holds" : "MISSED");
     std::fflush(stdout);
     return holds;

@@ -8,20 +8,20 @@
 
 namespace pictavo::bench {
 
-struct Comparison {
-    double work = 0;  ///< median seconds
-    double peer = 0;  ///< median seconds
-    double Ratio() const { return work / peer; }
-};
+/// Does something once, and returns the seconds that it took.
+using TimedRun = std::function<double()>;
 
-/// Something to time, and what must be done before it without being timed (may be empty).
-struct Timed {
-    std::function<void()> before;
-    std::function<void()> work;
+/// The time of all that `work` does.
+TimedRun Clocked(std::function<void()> work);
+
+struct Comparison {
+    double work = 0;   ///< median seconds
+    double peer = 0;   ///< median seconds
+    double ratio = 0;  ///< median of work : peer in each round, as a disk may be slow in some rounds
 };
 
 /// Runs work and peer in turns, `rounds` times after one round that does not count.
-Comparison Compare(int rounds, const Timed& work, const Timed& peer);
+Comparison Compare(int rounds, const TimedRun& work, const TimedRun& peer);
 
 /// Runs a program with its output thrown away and returns its peak memory in KiB. Ends the benchmark when it
 /// fails.

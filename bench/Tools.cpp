@@ -17,8 +17,8 @@ namespace {
 constexpr std::size_t kMebibyte = std::size_t{1} << 20;
 constexpr int kSourceMebibytes = 128;
 
-Timed Carve(const std::filesystem::path& folder, const char* kind, const std::string& source) {
-    return {{}, [=] { RunProgram({kCli, "carve", kind, source, "-o", Fresh(folder)}); }};
+TimedRun Carve(const std::filesystem::path& folder, const char* kind, const std::string& source) {
+    return Clocked([=] { RunProgram({kCli, "carve", kind, source, "-o", Fresh(folder)}); });
 }
 
 /// 128 MiB, each made by `fill`.
@@ -37,15 +37,15 @@ bool BenchPngs(const std::filesystem::path& folder, const std::string& flash) {
     const std::string carved = Fresh(folder);
     RunProgram({kCli, "carve", "png", flash, "-o", carved});
     std::printf("(%td PNG files)\n", std::distance(std::filesystem::directory_iterator(carved), {}));
-    const Timed carve = Carve(folder, "png", flash);
-    const Timed peers{{}, [&] {
-                          // As much of the signature as stands in one line.
-                          RunProgram({"env", "LC_ALL=C", "grep", "-c", "-a", "\x89PNG\r", flash});
-                          RunProgram({"cp", "-r", carved, Fresh(folder)});
-                      }};
-    const Timed foremost{{}, [&] {
-                             RunProgram({"foremost", "-Q", "-t", "png", "-i", flash, "-o", Fresh(folder)});
-                         }};
+    const TimedRun carve = Carve(folder, "png", flash);
+    const TimedRun peers = Clocked([&] {
+        // As much of the signature as stands in one line.
+        RunProgram({"env", "LC_ALL=C", "grep", "-c", "-a", "\x89PNG\r", flash});
+        RunProgram({"cp", "-r", carved, Fresh(folder)});
+    });
+    const TimedRun foremost = Clocked([&] {
+        RunProgram({"foremost", "-Q", "-t", "png", "-i", flash, "-o", Fresh(folder)});
+    });
     bool holds =
         Print("carve png, 1000 in 128 MiB : grep -c -a and cp -r", Compare(kRounds, carve, peers), 1.5);
     holds &= Print("carve png, 1000 in 128 MiB : foremost", Compare(kRounds, carve, foremost), 0.5);
@@ -53,9 +53,9 @@ bool BenchPngs(const std::filesystem::path& folder, const std::string& flash) {
 }
 
 bool BenchGifs(const std::filesystem::path& folder, const std::string& what, const std::string& source) {
-    const auto comparison = Compare(kRounds, Carve(folder, "gif", source), {{}, [&] {
-                                                                                RunProgram({"cat", source});
-                                                                            }});
+    const auto comparison = Compare(kRounds, Carve(folder, "gif", source), Clocked([&] {
+                                        RunProgram({"cat", source});
+                                    }));
     return Print("carve gif over 128 MiB of " + what + " : cat", comparison, 3);
 }
 
@@ -97,14 +97,9 @@ bool BenchGpn(const std::filesystem::path& folder) {
     const std::string container = MakeContainer(folder);
     const std::string taken = Fresh(folder);
     RunProgram({kCli, "extract-gpn", container, "-o", taken});
-    const auto comparison = Compare(kRounds,
-                                    {{},
-                                     [&] {
-                                         RunProgram({kCli, "extract-gpn", container, "-o", Fresh(folder)});
-                                     }},
-                                    {{}, [&] {
-                                         RunProgram({"cp", "-r", taken, Fresh(folder)});
-                                     }});
+    const auto extract = [&] { RunProgram({kCli, "extract-gpn", container, "-o", Fresh(folder)}); };
+    const auto copy = [&] { RunProgram({"cp", "-r", taken, Fresh(folder)}); };
+    const auto comparison = Compare(kRounds, Clocked(extract), Clocked(copy));
     return Print("extract-gpn of 2000 pictures : cp -r of the folder", comparison, 1.3);
 }
 

@@ -59,7 +59,7 @@ bool BenchList(const std::filesystem::path& folder) {
     const auto list = [&] { return RunProgram({kCli, "list", flash}); };
     const auto version = [] { return RunProgram({kCli, "--version"}); };
     const bool isSmall = PrintMemory("list, peak memory : --version", list(), version());
-    const auto comparison = Compare(2 * kRounds, {{}, list}, {{}, version});
+    const auto comparison = Compare(2 * kRounds, Clocked(list), Clocked(version));
     return Print("list of 2500 rows in 128 MiB : --version", comparison, 1.5) && isSmall;
 }
 
@@ -70,8 +70,8 @@ bool BenchDecode(const std::filesystem::path& folder) {
     const std::size_t bytes = DecodeAll(flash, picture);
     const std::vector<std::uint8_t> decoded(bytes, 1);
     std::vector<std::uint8_t> copy(bytes, 2);
-    const auto comparison = Compare(kRounds, {{}, [&] { DecodeAll(flash, picture); }},
-                                    {{}, [&] { std::memcpy(copy.data(), decoded.data(), bytes); }});
+    const auto comparison = Compare(kRounds, Clocked([&] { DecodeAll(flash, picture); }),
+                                    Clocked([&] { std::memcpy(copy.data(), decoded.data(), bytes); }));
     std::printf("(%zu pictures, %.1f MiB of raster bytes)\n", flash.rows.size(),
                 static_cast<double>(bytes) / 1048576);
     return Print("decode of 2000 pictures : memcpy of the raster bytes", comparison, 3);
@@ -124,8 +124,8 @@ bool BenchEncode(const std::filesystem::path& folder) {
             stored += EncodePicture(picture, kType16BitCompressed).size();
         }
     };
-    const auto comparison =
-        Compare(kRounds, {{}, encodeAll}, {{}, [&] { std::memcpy(copy.data(), decoded.data(), bytes); }});
+    const auto comparison = Compare(kRounds, Clocked(encodeAll),
+                                    Clocked([&] { std::memcpy(copy.data(), decoded.data(), bytes); }));
     Check(stored > 0, "encoding");
     return Print("encode of the same, 16 bit compressed : memcpy", comparison, 5);
 }
@@ -137,10 +137,8 @@ bool BenchExport(const std::filesystem::path& folder) {
     };
     const std::string exported = Fresh(folder);
     exportTo(exported);
-    const auto comparison = Compare(kRounds, {{}, [&] { exportTo(Fresh(folder)); }},
-                                    {{}, [&] {
-                                         RunProgram({"cp", "-r", exported, Fresh(folder)});
-                                     }});
+    const auto copy = [&] { RunProgram({"cp", "-r", exported, Fresh(folder)}); };
+    const auto comparison = Compare(kRounds, Clocked([&] { exportTo(Fresh(folder)); }), Clocked(copy));
     return Print("export of 2000 pictures as bmp : cp -r of the folder", comparison, 1.3);
 }
 
@@ -151,20 +149,15 @@ bool BenchFreeFlash(const std::filesystem::path& folder) {
         Check(source.has_value(), "opening");
         Check(!FindFreeFlash(**source, 0, 1U << 20), "finding nothing");
     };
-    const auto comparison = Compare(kRounds, {{}, search}, {{}, [&] { RunProgram({"cat", flash}); }});
+    const auto comparison = Compare(kRounds, Clocked(search), Clocked([&] { RunProgram({"cat", flash}); }));
     return Print("free-flash search over 128 MiB, no hit : cat", comparison, 1.5);
 }
 
 bool BenchStart(const std::filesystem::path& folder) {
     const auto flash = MakeFlash(folder, "large.bin", {"--kind", "el71", "--pictures", "2500"});
-    const auto comparison = Compare(kRounds,
-                                    {{},
-                                     [&] {
-                                         RunProgram({kWindow, "open", flash, folder});
-                                     }},
-                                    {{}, [] {
-                                         RunProgram({kWindow, "empty"});
-                                     }});
+    const auto open = [&] { RunProgram({kWindow, "open", flash, folder}); };
+    const auto empty = [] { RunProgram({kWindow, "empty"}); };
+    const auto comparison = Compare(kRounds, Clocked(open), Clocked(empty));
     return Print("window with 2500 rows and a picture : an empty window", comparison, 1.5);
 }
 
@@ -182,14 +175,12 @@ bool BenchKeys(const std::filesystem::path& folder) {
 
 bool BenchBmps(const std::filesystem::path& folder) {
     const auto flash = FlashOf2000(folder);
-    std::vector<double> window;
-    const auto save = [&] { window.push_back(NumbersOf({kWindow, "bmps", flash, Fresh(folder)})[0] / 1000); };
+    // Its own time, without the start of the window's program.
+    const auto save = [&] { return NumbersOf({kWindow, "bmps", flash, Fresh(folder)})[0] / 1000; };
     const auto exportAll = [&] {
         RunProgram({kCli, "export", flash, "-o", Fresh(folder), "--format", "bmp"});
     };
-    Comparison comparison = Compare(kRounds, {{}, save}, {{}, exportAll});
-    std::nth_element(window.begin(), window.begin() + kRounds / 2, window.end());
-    comparison.work = window[kRounds / 2];  // without the start of the window's program
+    const auto comparison = Compare(kRounds, save, Clocked(exportAll));
     return Print("Save as BMPs of 2000 pictures in the window : export", comparison, 1.3);
 }
 

@@ -22,6 +22,7 @@
 #include "shell/Shell_.h"
 #include "ui/Form1.h"
 #include "ui/MenuParts.h"
+#include "ui/ProgramStyle.h"
 
 namespace {
 
@@ -164,6 +165,7 @@ int TimeBmps(const char* flash, const char* folder) {
 
 int Run(const QStringList& words, char** arguments) {
     if (words == QStringList{"empty"}) return ShowEmpty();
+    QApplication::setStyle(new ProgramStyle);
     if (words.size() == 3 && words[0] == "open") return ShowOpened(arguments[2], arguments[3]);
     if (words.size() == 2 && words[0] == "keys") return TimeKeys(arguments[2]);
     if (words.size() == 3 && words[0] == "bmps") return TimeBmps(arguments[2], arguments[3]);

@@ -25,6 +25,7 @@
 #include "ui/Form1.h"
 #include "ui/GivenNames.h"
 #include "ui/ProgramInformation.h"
+#include "ui/ProgramStyle.h"
 #include "ui/QtPrompts.h"
 #include "ui/QtTranslation.h"
 
@@ -88,6 +89,7 @@ int main(int count, char** arguments) {
     QApplication application(count, arguments);
     QApplication::setApplicationName("Pictavo");
     QApplication::setApplicationVersion(kVersion);
+    QApplication::setStyle(new ProgramStyle);
     QApplication::setWindowIcon(AppIcon());
     QApplication::setDesktopFileName("pictavo");  // whose icon a desktop shows for the window
     QTranslator translator;

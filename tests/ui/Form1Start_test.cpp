@@ -2,6 +2,7 @@
 
 #include "config/LanguageKeys.h"
 #include "support/FakeAssociations.h"
+#include "support/PassedOnPrompts.h"
 #include "support/WindowFixture.h"
 #include "ui/Form2.h"
 
@@ -162,27 +163,13 @@ TEST_F(Form1StartTest, WhetherItAppliesToAllIsAskedInRussianInEveryLanguage) {
 // ------------------------------------------------------------------------------------------- the real popup
 
 /// Scripted answers, but for the popup menu, which is the window's own.
-class WithRealPopup final : public Prompts {
+class WithRealPopup final : public PassedOnPrompts {
   public:
-    explicit WithRealPopup(Prompts& scripted) : scripted_(scripted) {}
+    using PassedOnPrompts::PassedOnPrompts;
 
-    std::function<std::optional<SaveCommand>()> popup;
-
-    bool Confirm(const Question& question) override { return scripted_.Confirm(question); }
-    void Tell(const Notice& notice) override { scripted_.Tell(notice); }
-    std::filesystem::path ChooseOpen(const FileChoice& choice) override {
-        return scripted_.ChooseOpen(choice);
-    }
-    std::filesystem::path ChooseSave(const FileChoice& choice) override {
-        return scripted_.ChooseSave(choice);
-    }
-    std::filesystem::path BrowseForFolder(const std::string& title) override {
-        return scripted_.BrowseForFolder(title);
-    }
     std::optional<SaveCommand> ChooseSaveCommand() override { return popup(); }
 
-  private:
-    Prompts& scripted_;
+    std::function<std::optional<SaveCommand>()> popup;
 };
 
 class SavePopupTest : public WindowFixture {

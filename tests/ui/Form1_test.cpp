@@ -15,6 +15,7 @@
 #include <set>
 
 #include "core/Version.h"
+#include "support/PassedOnPrompts.h"
 #include "support/WindowFixture.h"
 
 namespace pictavo::tests {
@@ -621,9 +622,9 @@ TEST_F(Form1Test, EscStopsACommandOverAllPictures) {
 }
 
 /// Answers questions by a box of its own, which a key of the test's closes, and the rest by the script.
-class BoxedQuestions final : public Prompts {
+class BoxedQuestions final : public PassedOnPrompts {
   public:
-    BoxedQuestions(Prompts& scripted, Qt::Key key) : scripted_(scripted), key_(key) {}
+    BoxedQuestions(Prompts& scripted, Qt::Key key) : PassedOnPrompts(scripted), key_(key) {}
 
     bool Confirm(const Question&) override {
         ++asked;
@@ -634,22 +635,10 @@ class BoxedQuestions final : public Prompts {
         });
         return box.exec() == QMessageBox::Ok;
     }
-    void Tell(const Notice& notice) override { scripted_.Tell(notice); }
-    std::filesystem::path ChooseOpen(const FileChoice& choice) override {
-        return scripted_.ChooseOpen(choice);
-    }
-    std::filesystem::path ChooseSave(const FileChoice& choice) override {
-        return scripted_.ChooseSave(choice);
-    }
-    std::filesystem::path BrowseForFolder(const std::string& title) override {
-        return scripted_.BrowseForFolder(title);
-    }
-    std::optional<SaveCommand> ChooseSaveCommand() override { return std::nullopt; }
 
     int asked = 0;
 
   private:
-    Prompts& scripted_;
     Qt::Key key_;
 };
 

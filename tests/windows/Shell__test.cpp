@@ -4,6 +4,7 @@
 
 #include "core/PathText.h"
 #include "support/TempFolder.h"
+#include "support/ToldArguments.h"
 
 namespace pictavo::tests {
 namespace {
@@ -23,13 +24,7 @@ class ChildProcessRunnerTest : public ::testing::Test {
         runner.RunAndWait(program, arguments);
     }
 
-    std::vector<std::string> Told() {
-        std::vector<std::string> arguments;
-        std::string text = ReadText(told);
-        for (std::size_t end; (end = text.find('\0')) != std::string::npos; text.erase(0, end + 1))
-            arguments.push_back(text.substr(0, end));
-        return arguments;
-    }
+    std::vector<std::string> Told() { return ToldArguments(told); }
 
     TempFolder temp;
     std::filesystem::path told = temp / "told";

@@ -1,5 +1,7 @@
 #include "cli/OptionPrompts.h"
 
+#include "core/NoOtherValue.h"
+
 namespace pictavo::cli {
 
 bool OptionPrompts::Confirm(const Question& question) {
@@ -17,7 +19,7 @@ bool OptionPrompts::Confirm(const Question& question) {
         case Asked::RegisterTypes:
             return false;
     }
-    return false;
+    NoOtherValue();
 }
 
 }  // namespace pictavo::cli

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "core/LineReader.h"
+#include "core/NoOtherValue.h"
 #include "core/OutputFile.h"
 #include "core/PathText.h"
 #include "core/SystemNames.h"
@@ -170,7 +171,7 @@ std::string Compose(const Caption& caption, const std::string& value, const std:
         case Last::Language:
             return text + language;
     }
-    return text;
+    NoOtherValue();
 }
 
 void Take(const std::string& line, const Key& key, const std::string& language, LanguageTable& table) {

@@ -1,5 +1,7 @@
 #include "config/TextEncoding.h"
 
+#include "core/NoOtherValue.h"
+
 #include <algorithm>
 #include <array>
 
@@ -35,7 +37,7 @@ char16_t CharacterOf(std::uint8_t byte, CodePage codePage) {
         case CodePage::Windows1252:
             return high < kWindows1252.size() ? kWindows1252[high] : byte;
     }
-    return byte;
+    NoOtherValue();
 }
 
 constexpr std::uint8_t kFollowing = 0x80;

@@ -2,6 +2,7 @@
 
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/Cursor.h"
+#include "core/NoOtherValue.h"
 #include "core/PitRecordLayout.h"
 
 namespace pictavo {
@@ -57,7 +58,7 @@ std::string_view ColumnName(Column column) {
         case Column::PICOffset:
             return "PICoffset";
     }
-    return {};
+    NoOtherValue();
 }
 
 std::string ColumnText(const PictureRecord& record, Column column) {
@@ -77,7 +78,7 @@ std::string ColumnText(const PictureRecord& record, Column column) {
         case Column::PICOffset:
             return HexText(record.picOffset, 7);
     }
-    return {};
+    NoOtherValue();
 }
 
 std::size_t RecordSize(const FullflashImage& flash) {

@@ -1,5 +1,7 @@
 #include "patch/SectionTitle.h"
 
+#include "core/NoOtherValue.h"
+
 namespace pictavo {
 
 namespace {
@@ -13,7 +15,7 @@ std::string_view BeginOf(SectionKind kind) {
         case SectionKind::Png:
             return "; ##### PNG Picture ";
     }
-    return {};
+    NoOtherValue();
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "session/Compression.h"
 
+#include "core/NoOtherValue.h"
 #include "session/Messages.h"
 
 namespace pictavo {
@@ -24,7 +25,7 @@ std::optional<std::uint8_t> TypeOf(SaveCommand command) {
         case SaveCommand::Png:
             return std::nullopt;
     }
-    return std::nullopt;
+    NoOtherValue();
 }
 
 Status CheckWritable(std::uint8_t typeCode) {

@@ -2,6 +2,7 @@
 
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/ErrorText.h"
+#include "core/NoOtherValue.h"
 #include "core/PathText.h"
 #include "session/FileKind.h"
 
@@ -65,7 +66,7 @@ Notice MissingFile(const LanguageTable& texts, const std::filesystem::path& path
         case MissingForm::TextAlone:
             return {"", sentence};
     }
-    return {};
+    NoOtherValue();
 }
 
 Notice Completion(const LanguageTable& texts) {
@@ -112,7 +113,7 @@ std::vector<Notice> NoticesOf(const LanguageTable& texts, const Error& error) {
         case ErrorKind::Stopped:
             return {PlainNotice(error)};
     }
-    return {};
+    NoOtherValue();
 }
 
 FileFilter GraphicFiles() {

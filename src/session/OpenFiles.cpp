@@ -1,6 +1,7 @@
 #include "session/OpenFiles.h"
 
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/NoOtherValue.h"
 #include "core/PathText.h"
 #include "session/Messages.h"
 #include "session/Names.h"
@@ -78,7 +79,7 @@ Outcome OpenAs(Session& session, Ports& ports, const std::filesystem::path& path
         case FileKind::Unknown:
             return RefusedSilently(ErrorKind::UnknownFile, path, "is not named as a file that can be opened");
     }
-    return {};
+    NoOtherValue();
 }
 
 Outcome OpenFile(Session& session, Ports& ports) {

@@ -2,6 +2,7 @@
 
 #include "codec/Bitmap.h"
 #include "codec/GPFcodec.h"
+#include "core/NoOtherValue.h"
 #include "core/OutputFile.h"
 #include "session/Messages.h"
 #include "session/Names.h"
@@ -27,7 +28,7 @@ std::string ExtensionOf(BatchFormat format) {
         case BatchFormat::Png:
             return ".png";
     }
-    return {};
+    NoOtherValue();
 }
 
 /// Where the stored bytes of the picture shown stand, and its type.
@@ -70,7 +71,7 @@ Result<Bytes> ComposeFile(const Session& session, Ports& ports, std::size_t inde
         case BatchFormat::Png:
             return ComposePng(session, ports);
     }
-    return Bytes();
+    NoOtherValue();
 }
 
 /// Writes the row's file, unless its overwrite is declined; how many files were written.

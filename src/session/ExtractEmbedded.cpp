@@ -42,10 +42,11 @@ Outcome Carve(const Session& session, Ports& ports, const EmbeddedKind& kind, co
 }  // namespace
 
 Outcome ExtractEmbedded(Session& session, Ports& ports, const EmbeddedKind& kind) {
+    const auto extract = [&](const auto& source, const auto& folder) {
+        return ExtractEmbeddedTo(session, ports, kind, source, folder);
+    };
     return ChooseAndExtract(session, ports, {{"FullFlash files", {"*.bin"}}, {"All files", {"*"}}},
-                            MissingForm::PathThenText, [&](const auto& source, const auto& folder) {
-                                return ExtractEmbeddedTo(session, ports, kind, source, folder);
-                            });
+                            MissingForm::PathThenText, extract);
 }
 
 Outcome ExtractEmbeddedTo(Session& session, Ports& ports, const EmbeddedKind& kind,

@@ -100,10 +100,11 @@ Outcome RefuseKind(const Session& session, Ports& ports, const std::filesystem::
 }  // namespace
 
 Outcome ExtractFromGpn(Session& session, Ports& ports) {
+    const auto extract = [&](const auto& container, const auto& folder) {
+        return ExtractFromGpnTo(session, ports, container, folder);
+    };
     return ChooseAndExtract(session, ports, {{"Graphic Patch N", {"*.gpn"}}}, MissingForm::PathThenText,
-                            [&](const auto& source, const auto& folder) {
-                                return ExtractFromGpnTo(session, ports, source, folder);
-                            });
+                            extract);
 }
 
 Outcome ExtractFromGpnTo(Session& session, Ports& ports, const std::filesystem::path& container,

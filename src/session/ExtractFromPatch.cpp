@@ -124,10 +124,11 @@ class PatchExtraction {
 }  // namespace
 
 Outcome ExtractFromPatch(Session& session, Ports& ports) {
+    const auto extract = [&](const auto& patch, const auto& folder) {
+        return ExtractFromPatchTo(session, ports, patch, folder);
+    };
     return ChooseAndExtract(session, ports, {{"ViKlay Patch File", {"*.vkp"}}}, MissingForm::TextAlone,
-                            [&](const auto& source, const auto& folder) {
-                                return ExtractFromPatchTo(session, ports, source, folder);
-                            });
+                            extract);
 }
 
 Outcome ExtractFromPatchTo(Session& session, Ports& ports, const std::filesystem::path& patch,

@@ -121,9 +121,10 @@ Result<std::size_t> Rebuild(const Session& session, Ports& ports, const std::vec
     PICTAVO_TRY(auto block, begin(sources.front().record.picOffset));
     const RebuildOutputs outputs{table ? &table->file : nullptr, block ? &block->file : nullptr};
     const double count = static_cast<double>(sources.size());
-    const Status rebuilt = RebuildBlocks(session.flash, sources, outputs, [&](std::size_t row) {
+    const auto step = [&](std::size_t row) {
         return ports.progress.At(100.0 * static_cast<double>(row) / count);
-    });
+    };
+    const Status rebuilt = RebuildBlocks(session.flash, sources, outputs, step);
     if (!rebuilt && rebuilt.error().kind != ErrorKind::BlockTooLarge) return Failure(rebuilt.error());
     PICTAVO_TRY(CommitBlock(table));
     PICTAVO_TRY(CommitBlock(block));

@@ -7,9 +7,8 @@
 namespace pictavo {
 
 std::string SystemAssociations::GetAssociatedProgram(const std::string& extension) {
-    return pictavo::GetAssociatedProgram(store_, extension, [this](const std::string& text) {
-        prompts_.Tell({"", text});
-    });
+    const auto tell = [this](const std::string& text) { prompts_.Tell({"", text}); };
+    return pictavo::GetAssociatedProgram(store_, extension, tell);
 }
 
 Status SystemAssociations::RegisterPictureFileTypes(const std::string& command) {

@@ -52,10 +52,11 @@ class Scan {
 
     Result<std::optional<std::uint64_t>> Find(const Signature& signature, std::uint64_t from,
                                               std::uint64_t limit) {
-        return FindSignature(source_, signature, from, limit, [this](std::uint64_t offset) {
+        const auto step = [this](std::uint64_t offset) {
             reached_ = std::max(reached_, offset);
             return step_(reached_);
-        });
+        };
+        return FindSignature(source_, signature, from, limit, step);
     }
 
     const ByteSource& source_;

@@ -91,6 +91,21 @@ TEST_F(FaultsTest, ExportAsGpf2OverOldFiles) {
     TryAllOver({"0.gpf2", "1.gpf2"}, {"export", "{in}/flash.bin", "-o", "{out}", "--format", "gpf2"});
 }
 
+TEST_F(FaultsTest, ExportWhereFilesHaveNamesFromTheStart) {
+    runs.lacks = "nameless files";
+    TryAllOver({"0.bmp"}, {"export", "{in}/flash.bin", "-o", "{out}", "--format", "bmp"});
+}
+
+TEST_F(FaultsTest, ExportWhereRenamesAlwaysReplace) {
+    runs.lacks = "nameless files, exclusive renames";
+    TryAllOver({"0.bmp"}, {"export", "{in}/flash.bin", "-o", "{out}", "--format", "bmp"});
+}
+
+TEST_F(FaultsTest, ExportWhereAnOpenFileIsNamedByItsPathOnly) {
+    runs.lacks = "links by handle";
+    TryAllOver({"0.bmp"}, {"export", "{in}/flash.bin", "-o", "{out}", "--format", "bmp"});
+}
+
 TEST_F(FaultsTest, ExportAsPngThroughTheConverter) {
     TryAllOver({"0.png"}, {"export", "{in}/flash.bin", "-o", "{out}", "--format", "png", "--pictures", "0"});
 }

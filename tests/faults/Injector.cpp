@@ -52,6 +52,16 @@ void Log(const char* call, const std::string& path) {
     syscall(SYS_close, file);
 }
 
+/// Whether the system is to be one without this means.
+bool IsLacking(std::string_view means) {
+    return Setting("FAULTS_LACKS").find(means) != std::string_view::npos;
+}
+
+int Refuse(int code) {
+    errno = code;
+    return -1;
+}
+
 /// Whether the system ever interrupts this call, or does half of it.
 bool CanBeInterrupted(std::string_view call) {
     return call == "open" || call == "create" || call == "read" || call == "write" || call == "sync";
@@ -85,6 +95,7 @@ Verdict Pass(const char* call, const std::string& path, bool takesSpace = false)
 }
 
 int Open(int folder, const char* name, int flags, unsigned mode) {
+    if ((flags & O_TMPFILE) == O_TMPFILE && IsLacking("nameless files")) return Refuse(EOPNOTSUPP);
     const bool writes = (flags & O_ACCMODE) != O_RDONLY;
     const char* call = writes ? "create" : (flags & O_DIRECTORY) != 0 ? "enter" : "open";
     const Verdict verdict = Pass(call, PathOf(folder, name), writes);
@@ -183,6 +194,7 @@ int rename(const char* from, const char* to) {
 }
 
 int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) {
+    if (flags != 0 && IsLacking("exclusive renames")) return Refuse(EINVAL);
     return CallOn("rename", PathOf(toFolder, to), false,
                   [&] { return syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags); });
 }
@@ -193,6 +205,7 @@ int link(const char* from, const char* to) {
 }
 
 int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) {
+    if ((flags & AT_EMPTY_PATH) != 0 && IsLacking("links by handle")) return Refuse(ENOENT);
     return CallOn("link", PathOf(toFolder, to), true,
                   [&] { return syscall(SYS_linkat, fromFolder, from, toFolder, to, flags); });
 }

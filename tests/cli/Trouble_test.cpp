@@ -4,6 +4,7 @@
 #include "samples/Random.h"
 #include "support/CliFixture.h"
 #include "support/FileSizeLimit.h"
+#include "support/UncountedChildren.h"
 
 namespace pictavo::tests {
 namespace {
@@ -282,6 +283,7 @@ TEST_F(TroubleTest, AFolderOrPipeInAFilesPlaceIsNotReplaced) {
 }
 
 TEST_F(TroubleTest, ALimitOfFileSizesIsReportedLikeAFullDisk) {
+    const UncountedChildren children;
     const std::string limited = "ulimit -f 2; exec \"$0\" \"$@\"";  // 1024 bytes
     const Ended ended = RunProgram({"/bin/sh", "-c", limited, program, "export", Write(FourIcons()), "-o",
                                     Path("out"), "--format", "bmp"},

@@ -85,6 +85,20 @@ TEST(FreeFlash, MergedRangesAreInOrderAndApart) {
     EXPECT_EQ(merged[2].begin, 60U);
 }
 
+TEST(FreeFlash, AChunkThatNoSingleViewOfTheFileHoldsCounts) {
+    const TempFolder temp;
+    for (const std::uint64_t shift : {0U, 3U, 13U, 15U}) {
+        const Bytes flash = Flash(600000, {{131000, 131300}, {262000, 263000}});
+        const auto file = FileSource::Open(WriteFile(temp / "flash", flash));
+        ASSERT_TRUE(file);
+        for (const std::uint64_t needed : {200U, 900U}) {
+            const auto expected = PlainSearch(flash, shift, needed);
+            ASSERT_TRUE(expected);
+            ExpectFound(FindFreeFlash(**file, shift, needed), expected->begin, expected->end);
+        }
+    }
+}
+
 TEST(FreeFlash, FindsWhatThePlainSearchFinds) {
     std::mt19937 random(7);
     TempFolder temp;

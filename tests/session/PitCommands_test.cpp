@@ -91,6 +91,15 @@ TEST_F(PitCommandsTest, AnEmptyTableIsRefusedWithoutAFile) {
     EXPECT_FALSE(std::filesystem::exists(out));
 }
 
+TEST_F(PitCommandsTest, RowsThatAreGoneAreRefusedWhateverPicnumSays) {
+    Open(ThreeSquares());
+    session.rows.clear();
+    const Outcome outcome = Rebuild();
+    EXPECT_EQ(outcome.problems.at(0).error.kind, ErrorKind::EmptyBlock);
+    EXPECT_EQ(outcome.problems.at(0).error.detail, "the picture table holds no picture");
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
 TEST_F(PitCommandsTest, ABlockThatEndsBeforeItBeginsIsRefused) {
     FlashBuilder flash = ThreeSquares();
     flash.AddPictureAt(0x100000, 4, 4, 0x05, Bytes(16, 4));

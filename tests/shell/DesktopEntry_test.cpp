@@ -44,6 +44,11 @@ TEST(DesktopEntry, EveryPathComesBack) {
     }
 }
 
+TEST(DesktopEntry, ABlankMayBeEscapedAndALetterWithoutAMeaningStandsForItself) {
+    EXPECT_EQ(CommandOf(R"(/p\s%f)"), "/p \"%1\"");
+    EXPECT_EQ(CommandOf(R"(/\p\q\s%f)"), "/pq \"%1\"");
+}
+
 TEST(DesktopEntry, FilesAndTheirAddressesAreOneArgument) {
     for (const std::string code : {"%f", "%F", "%u", "%U"})
         EXPECT_EQ(CommandOf("/p " + code), "/p \"%1\"") << code;

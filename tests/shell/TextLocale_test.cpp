@@ -27,6 +27,11 @@ TEST_F(TextLocaleTest, IsCyrillicByItsScript) {
     }
 }
 
+TEST_F(TextLocaleTest, WithoutAVariableItIsTheSystems) {
+    for (const char* variable : {"LC_NUMERIC", "LC_MESSAGES", "LANGUAGE"}) environment.Unset(variable);
+    EXPECT_FALSE(IsLocaleCyrillic());
+}
+
 TEST_F(TextLocaleTest, IsThatOfTheVariableThatWins) {
     environment.Set("LANG", "ru_RU.UTF-8");
     environment.Set("LC_CTYPE", "de_DE.UTF-8");

@@ -45,6 +45,12 @@ inline void Redirect(int handle, const std::filesystem::path& path, int flags) {
     if (opened < 0 || dup2(opened, handle) < 0) _exit(126);
 }
 
+/// Where a program that is built to count the lines that it runs through leaves the counts.
+inline void PassPlaceOfCounts(std::vector<std::string>& environment) {
+    for (const std::string name : {"GCOV_PREFIX", "GCOV_ERROR_FILE"})
+        if (const char* value = std::getenv(name.c_str())) environment.push_back(name + "=" + value);
+}
+
 [[noreturn]] inline void Become(std::vector<std::string> command, Surroundings around,
                                 const std::filesystem::path& out, const std::filesystem::path& err) {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGXFSZ})
@@ -52,6 +58,7 @@ inline void Redirect(int handle, const std::filesystem::path& path, int flags) {
     Redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
     Redirect(STDOUT_FILENO, out, O_WRONLY | O_CREAT);
     Redirect(STDERR_FILENO, err, O_WRONLY | O_CREAT);
+    PassPlaceOfCounts(around.environment);
     if (!around.folder.empty() && chdir(around.folder.c_str()) != 0) _exit(126);
     execve(command[0].c_str(), Pointers(command).data(), Pointers(around.environment).data());
     _exit(127);

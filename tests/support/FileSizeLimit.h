@@ -11,6 +11,8 @@
 
 #ifndef _WIN32
 #include <sys/resource.h>
+
+#include "support/UncountedChildren.h"
 #endif
 
 namespace pictavo::tests {
@@ -39,6 +41,7 @@ class FileSizeLimit {
     FileSizeLimit& operator=(const FileSizeLimit&) = delete;
 
   private:
+    UncountedChildren children_;
     rlimit old_{};
     void (*oldHandler_)(int);
 };

@@ -113,7 +113,8 @@ std::optional<Conversion> ParseConversion(const std::vector<std::string>& argume
 }
 
 Status RunConversion(const Conversion& conversion) {
-    if (IsSameFile(conversion.input, conversion.output))
+    PICTAVO_TRY(const bool isInput, IsSameFile(conversion.output, conversion.input));
+    if (isInput)
         return Fail(ErrorKind::OutputIsInput, conversion.output, "is the very file that is to be read");
     PICTAVO_TRY(ImportedPixels pixels, ReadInput(conversion.input));
     if (!conversion.withAlpha) LayOverWhite(pixels);

@@ -47,9 +47,8 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::Discard() {
-    if (handle_ == system_file::kNoHandle) return;
-    system_file::Close(std::exchange(handle_, system_file::kNoHandle));
-    if (!temporary_.empty()) system_file::RemoveFile(temporary_);
+    if (handle_ != system_file::kNoHandle) system_file::Close(std::exchange(handle_, system_file::kNoHandle));
+    if (!temporary_.empty()) system_file::RemoveFile(std::exchange(temporary_, {}));
 }
 
 Status OutputFile::Write(ByteView bytes) {
@@ -62,18 +61,32 @@ Status OutputFile::WriteAt(std::uint64_t offset, ByteView bytes) {
 
 Status OutputFile::Commit(CommitMode mode, Durability durability) {
     if (durability == Durability::Synced) PICTAVO_TRY(system_file::Sync(handle_, target_));
-    PICTAVO_TRY(TakeName(mode, durability));
-    system_file::Close(std::exchange(handle_, system_file::kNoHandle));
+    const bool isNameless = temporary_.empty();
+    PICTAVO_TRY(isNameless && mode == CommitMode::KeepExisting ? NameAndClose()
+                                                               : CloseAndRename(mode, durability));
     if (durability == Durability::Synced) system_file::SyncFolder(target_.parent_path());
     return {};
 }
 
-Status OutputFile::TakeName(CommitMode mode, Durability durability) {
-    const bool isNameless = temporary_.empty();
-    if (isNameless && mode == CommitMode::KeepExisting) return system_file::Name(handle_, target_);
-    if (isNameless) PICTAVO_TRY(TakeTemporaryName());
-    return mode == CommitMode::Replace ? system_file::RenameReplacing(temporary_, target_, durability)
-                                       : system_file::RenameKeeping(temporary_, target_, durability);
+Status OutputFile::Close() {
+    return system_file::CloseWritten(std::exchange(handle_, system_file::kNoHandle), target_);
+}
+
+/// The name goes again when the last bytes could not be stored: nobody else had it before.
+Status OutputFile::NameAndClose() {
+    PICTAVO_TRY(system_file::Name(handle_, target_));
+    const Status closed = Close();
+    if (!closed) system_file::RemoveFile(target_);
+    return closed;
+}
+
+Status OutputFile::CloseAndRename(CommitMode mode, Durability durability) {
+    if (temporary_.empty()) PICTAVO_TRY(TakeTemporaryName());
+    PICTAVO_TRY(Close());
+    PICTAVO_TRY(mode == CommitMode::Replace ? system_file::RenameReplacing(temporary_, target_, durability)
+                                            : system_file::RenameKeeping(temporary_, target_, durability));
+    temporary_.clear();
+    return {};
 }
 
 /// Only a rename replaces a file in one step, and only a file with a name can be renamed.
@@ -114,7 +127,7 @@ bool NameIsFree(const std::filesystem::path& path) {
     return system_file::TypeOfName(path) == std::filesystem::file_type::not_found;
 }
 
-bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+Result<bool> IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
     return system_file::AreSame(one, other);
 }
 

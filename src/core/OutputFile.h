@@ -45,8 +45,10 @@ class OutputFile {
 
   private:
     OutputFile(std::filesystem::path target, std::filesystem::path temporary, system_file::Handle handle);
-    Status TakeName(CommitMode mode, Durability durability);
+    Status NameAndClose();
+    Status CloseAndRename(CommitMode mode, Durability durability);
     Status TakeTemporaryName();
+    Status Close();
     void Discard();
 
     std::filesystem::path target_;
@@ -69,7 +71,8 @@ Status EnsureFolder(const std::filesystem::path& folder);
 /// which must not be passed over as if it were not, and a link that leads nowhere.
 bool NameIsFree(const std::filesystem::path& path);
 
-/// True when both paths name one existing file, also through links.
-bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
+/// True when both paths name one existing file, also through links. Fails with WriteFailed, naming `one`,
+/// when the system does not tell.
+Result<bool> IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
 
 }  // namespace pictavo

@@ -57,6 +57,10 @@ void SyncFolder(const std::filesystem::path& folder);
 
 void Close(Handle handle);
 
+/// Closes a file that was written, whatever comes of it. Fails with WriteFailed, naming `path`, where the
+/// system tells only now that not all of it could be stored.
+Status CloseWritten(Handle handle, const std::filesystem::path& path);
+
 /// Renames, replacing a file of the new name. Fails with WriteFailed; both files are then as they were.
 Status RenameReplacing(const std::filesystem::path& from, const std::filesystem::path& to,
                        Durability durability);
@@ -70,7 +74,7 @@ Status RenameKeeping(const std::filesystem::path& from, const std::filesystem::p
 Result<std::filesystem::path> CreatePrivateFolder(const std::filesystem::path& parent,
                                                   const std::string& prefix);
 
-/// Whether users other than this one may create files in `folder`. False when that cannot be told.
+/// Whether users other than this one may create files in `folder`. True also when that cannot be told.
 bool OthersMayWrite(const std::filesystem::path& folder);
 
 /// Takes the lock that a file of this name stands for, and creates the file where it is missing. The lock

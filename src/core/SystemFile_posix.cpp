@@ -138,12 +138,17 @@ Status Sync(Handle handle, const std::filesystem::path& path) {
 void SyncFolder(const std::filesystem::path& folder) {
     const int handle = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (handle < 0) return;
-    fsync(handle);
+    Retry([&] { return fsync(handle); });
     close(handle);
 }
 
 void Close(Handle handle) {
     close(Number(handle));
+}
+
+Status CloseWritten(Handle handle, const std::filesystem::path& path) {
+    if (close(Number(handle)) == 0 || errno == EINTR) return {};
+    return FailWith(ErrorKind::WriteFailed, path, "cannot be written");
 }
 
 Status RenameReplacing(const std::filesystem::path& from, const std::filesystem::path& to,
@@ -173,7 +178,9 @@ Result<std::filesystem::path> CreatePrivateFolder(const std::filesystem::path& p
 
 bool OthersMayWrite(const std::filesystem::path& folder) {
     struct stat status {};
-    return stat(folder.c_str(), &status) == 0 && (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+    if (stat(folder.c_str(), &status) != 0) return true;
+    const bool isTheirs = status.st_uid != geteuid() && status.st_uid != 0;  // the system's own is nobody's
+    return isTheirs || (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
 }
 
 std::optional<Handle> TakeLock(const std::filesystem::path& path) {

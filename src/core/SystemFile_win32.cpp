@@ -172,6 +172,11 @@ void Close(Handle handle) {
     CloseHandle(Native(handle));
 }
 
+Status CloseWritten(Handle handle, const std::filesystem::path& path) {
+    if (CloseHandle(Native(handle)) != 0) return {};
+    return FailWith(ErrorKind::WriteFailed, path, "cannot be written");
+}
+
 Status RenameReplacing(const std::filesystem::path& from, const std::filesystem::path& to,
                        Durability durability) {
     const Status renamed = Rename(from, to, MOVEFILE_REPLACE_EXISTING, durability);

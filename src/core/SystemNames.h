@@ -17,8 +17,9 @@ std::filesystem::file_type TypeOfName(const std::filesystem::path& path);
 /// The same behind all links.
 std::filesystem::file_type TypeOfFile(const std::filesystem::path& path);
 
-/// Both name one existing file or folder, also through links.
-bool AreSame(const std::filesystem::path& one, const std::filesystem::path& other);
+/// Both name one existing file or folder, also through links. Fails with WriteFailed, naming `one`, when the
+/// system does not tell: what is about to be written over must then be taken for the same.
+Result<bool> AreSame(const std::filesystem::path& one, const std::filesystem::path& other);
 
 /// Deletes a file; one that is not there, or that stays, is fine.
 void RemoveFile(const std::filesystem::path& path);

@@ -1,9 +1,25 @@
+#include <cerrno>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
 #include "core/SystemNames.h"
 
 namespace pictavo::system_file {
+
+namespace {
+
+/// What stands behind all links; nothing when nothing does. An error names `culprit`.
+Result<std::optional<struct stat>> StatusOf(const std::filesystem::path& path,
+                                            const std::filesystem::path& culprit) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) == 0) return std::optional(status);
+    if (errno == ENOENT || errno == ENOTDIR || errno == ELOOP) return std::optional<struct stat>();
+    return Fail(ErrorKind::WriteFailed, culprit,
+                "cannot be looked at (" + std::generic_category().message(errno) + ")");
+}
+
+}  // namespace
 
 std::filesystem::file_type TypeOfName(const std::filesystem::path& path) {
     std::error_code ignored;
@@ -15,9 +31,11 @@ std::filesystem::file_type TypeOfFile(const std::filesystem::path& path) {
     return std::filesystem::status(path, ignored).type();
 }
 
-bool AreSame(const std::filesystem::path& one, const std::filesystem::path& other) {
-    std::error_code error;
-    return std::filesystem::equivalent(one, other, error) && !error;
+Result<bool> AreSame(const std::filesystem::path& one, const std::filesystem::path& other) {
+    PICTAVO_TRY(const auto first, StatusOf(one, one));
+    PICTAVO_TRY(const auto second, StatusOf(other, one));
+    if (!first || !second) return false;
+    return first->st_dev == second->st_dev && first->st_ino == second->st_ino;
 }
 
 void RemoveFile(const std::filesystem::path& path) {

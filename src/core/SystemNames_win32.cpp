@@ -60,6 +60,9 @@ class Asked {
         return isFile_ ? TypeBy(information_.dwFileAttributes) : file_type::character;
     }
 
+    /// The system's number for why Type is none.
+    DWORD Error() const { return error_; }
+
     bool IsSameAs(const Asked& other) const {
         return isFile_ && other.isFile_ &&
                information_.dwVolumeSerialNumber == other.information_.dwVolumeSerialNumber &&
@@ -118,8 +121,13 @@ file_type TypeOfFile(const std::filesystem::path& path) {
     return Asked(path).Type();
 }
 
-bool AreSame(const std::filesystem::path& one, const std::filesystem::path& other) {
-    return Asked(one).IsSameAs(Asked(other));
+Result<bool> AreSame(const std::filesystem::path& one, const std::filesystem::path& other) {
+    const Asked first(one);
+    const Asked second(other);
+    for (const Asked* asked : {&first, &second})
+        if (asked->Type() == file_type::none)
+            return Fail(ErrorKind::WriteFailed, one, "cannot be looked at (" + Reason(asked->Error()) + ")");
+    return first.IsSameAs(second);
 }
 
 void RemoveFile(const std::filesystem::path& path) {

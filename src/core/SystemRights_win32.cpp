@@ -85,7 +85,7 @@ bool StrangersMayCreateIn(const std::wstring& folder) {
     PSECURITY_DESCRIPTOR descriptor = nullptr;
     if (GetNamedSecurityInfoW(folder.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
                               &rights, nullptr, &descriptor) != ERROR_SUCCESS)
-        return false;
+        return true;
     const bool mayCreate = LetsStrangersCreate(rights);
     LocalFree(descriptor);
     return mayCreate;

@@ -11,7 +11,7 @@ std::filesystem::path WorkFiles::Replacement(int number) const {
     return folder / (PictureNumberText(number) + ".gpf2");
 }
 
-bool WorkFiles::IsOne(const std::filesystem::path& path) const {
+Result<bool> WorkFiles::IsOne(const std::filesystem::path& path) const {
     const std::filesystem::path name = path.filename();
     const bool isReplacement = name.extension() == ".gpf2" && IsDecimal(PathText(name.stem()));
     if (!isReplacement && name != PngBitmap().filename() && name != Png().filename() &&

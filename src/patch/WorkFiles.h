@@ -5,6 +5,8 @@
 
 #include <filesystem>
 
+#include "core/Result.h"
+
 namespace pictavo {
 
 struct WorkFiles {
@@ -13,8 +15,9 @@ struct WorkFiles {
     /// The replacement of a picture. Always named in decimal with four digits, whatever the settings say.
     std::filesystem::path Replacement(int number) const;
 
-    /// Whether `path` is, or would be, one of these files.
-    bool IsOne(const std::filesystem::path& path) const;
+    /// Whether `path` is, or would be, one of these files. Fails with WriteFailed when the system does not
+    /// tell.
+    Result<bool> IsOne(const std::filesystem::path& path) const;
 
     std::filesystem::path PngBitmap() const { return folder / "PNGtemp.bmp"; }
     std::filesystem::path Png() const { return folder / "PNGtemp.png"; }

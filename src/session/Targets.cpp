@@ -1,7 +1,5 @@
 #include "session/Targets.h"
 
-#include <algorithm>
-
 #include "core/PathText.h"
 #include "core/SystemNames.h"
 #include "session/Messages.h"
@@ -12,10 +10,10 @@ namespace {
 
 using std::filesystem::file_type;
 
-bool IsInput(const Session& session, const std::filesystem::path& path, const Inputs& inputs) {
-    if (session.flash.IsOpen() && IsSameFile(path, session.flash.source->Path())) return true;
-    return std::any_of(inputs.begin(), inputs.end(),
-                       [&](const std::filesystem::path& input) { return IsSameFile(path, input); });
+Status CheckDiffers(const std::filesystem::path& path, const std::filesystem::path& input) {
+    PICTAVO_TRY(const bool isInput, IsSameFile(path, input));
+    if (!isInput) return {};
+    return Fail(ErrorKind::OutputIsInput, path, "is the very file that is read; it is never written");
 }
 
 /// A file can be replaced, and so can a link, whatever it leads to.
@@ -28,16 +26,18 @@ Status CheckReplaceable(const std::filesystem::path& path, file_type type) {
 }  // namespace
 
 Status CheckIsNoInput(const Session& session, const std::filesystem::path& path, const Inputs& inputs) {
-    if (!IsInput(session, path, inputs)) return {};
-    return Fail(ErrorKind::OutputIsInput, path, "is the very file that is read; it is never written");
+    if (session.flash.IsOpen()) PICTAVO_TRY(CheckDiffers(path, session.flash.source->Path()));
+    for (const std::filesystem::path& input : inputs) PICTAVO_TRY(CheckDiffers(path, input));
+    return {};
 }
 
 Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports,
                                             const std::filesystem::path& path, const Inputs& inputs) {
-    if (session.workFiles.IsOne(path))
+    PICTAVO_TRY(const bool isWorkFile, session.workFiles.IsOne(path));
+    if (isWorkFile)
         return Fail(ErrorKind::OutputIsInput, path, "is the name of a temporary file of this program");
     const file_type type = system_file::TypeOfName(path);
-    if (type == file_type::none || type == file_type::not_found)
+    if (type == file_type::none || type == file_type::not_found)  // else the writing tells
         return std::optional(CommitMode::KeepExisting);
     PICTAVO_TRY(CheckReplaceable(path, type));
     PICTAVO_TRY(CheckIsNoInput(session, path, inputs));
@@ -57,15 +57,17 @@ std::filesystem::path TargetFolder::PathOf(const std::string& name) const {
     return path_ / pictavo::PathOf(name);
 }
 
-bool TargetFolder::IsWorkFolder(const Session& session) {
-    if (!isWorkFolder_) isWorkFolder_ = system_file::AreSame(path_, session.workFiles.folder);
+Result<bool> TargetFolder::IsWorkFolder(const Session& session) {
+    if (isWorkFolder_) return *isWorkFolder_;
+    PICTAVO_TRY(isWorkFolder_, system_file::AreSame(path_, session.workFiles.folder));
     return *isWorkFolder_;
 }
 
 Result<std::optional<CommitMode>> TargetFolder::Ask(const Session& session, Ports& ports,
                                                     const std::string& name, const Inputs& inputs) {
     const bool isNew = asked_.insert(name).second;
-    if (wasEmpty_ && isNew && !IsWorkFolder(session)) return std::optional(CommitMode::KeepExisting);
+    PICTAVO_TRY(const bool isWorkFolder, IsWorkFolder(session));
+    if (wasEmpty_ && isNew && !isWorkFolder) return std::optional(CommitMode::KeepExisting);
     return AskTarget(session, ports, PathOf(name), inputs);
 }
 

@@ -14,8 +14,9 @@ namespace pictavo {
 /// Files that a command reads beside the open flash.
 using Inputs = std::vector<std::filesystem::path>;
 
-/// Fails with OutputIsInput when `path` is the open flash or one of `inputs`, also through a link. For what
-/// is written at the end of long work, so that it can be told before.
+/// Fails with OutputIsInput when `path` is the open flash or one of `inputs`, also through a link, and with
+/// WriteFailed when the system does not tell. For what is written at the end of long work, so that it can be
+/// told before.
 Status CheckIsNoInput(const Session& session, const std::filesystem::path& path, const Inputs& inputs);
 
 /// How `path` may be written: a new file, a replaced one, or nothing when the user declined to replace what
@@ -42,7 +43,7 @@ class TargetFolder {
   private:
     explicit TargetFolder(std::filesystem::path path) : path_(std::move(path)) {}
 
-    bool IsWorkFolder(const Session& session);
+    Result<bool> IsWorkFolder(const Session& session);
 
     std::filesystem::path path_;
     bool wasEmpty_ = false;

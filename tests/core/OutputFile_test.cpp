@@ -9,6 +9,7 @@
 #endif
 
 #include "support/FileSizeLimit.h"
+#include "support/Refusal.h"
 #include "support/SystemMeans.h"
 #include "support/TempFolder.h"
 
@@ -264,17 +265,36 @@ TEST(IsSameFile, SeesThroughSymbolicLinks) {
     const TempFolder temp;
     const auto file = WriteFile(temp / "file", std::string("x"));
     std::filesystem::create_symlink(file, temp / "soft");
-    EXPECT_TRUE(IsSameFile(file, temp / "soft"));
+    EXPECT_EQ(IsSameFile(file, temp / "soft"), true);
 }
 
 TEST(IsSameFile, SeesThroughHardLinksAndOtherSpellings) {
     const TempFolder temp;
     const auto file = WriteFile(temp / "file", std::string("x"));
     std::filesystem::create_hard_link(file, temp / "hard");
-    EXPECT_TRUE(IsSameFile(file, temp / "hard"));
-    EXPECT_TRUE(IsSameFile(file, temp / "." / "file"));
-    EXPECT_FALSE(IsSameFile(file, WriteFile(temp / "twin", std::string("x"))));
-    EXPECT_FALSE(IsSameFile(file, temp / "none"));
+    EXPECT_EQ(IsSameFile(file, temp / "hard"), true);
+    EXPECT_EQ(IsSameFile(file, temp / "." / "file"), true);
+    EXPECT_EQ(IsSameFile(file, WriteFile(temp / "twin", std::string("x"))), false);
+    EXPECT_EQ(IsSameFile(file, temp / "none"), false);
+}
+
+TEST(IsSameFile, ALinkThatLeadsToItselfIsNoFile) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
+    const TempFolder temp;
+    std::filesystem::create_symlink(temp / "loop", temp / "loop");
+    EXPECT_EQ(IsSameFile(temp / "loop", WriteFile(temp / "file", std::string("x"))), false);
+}
+
+TEST(IsSameFile, WhatTheSystemDoesNotTellIsAnErrorThatNamesTheFirst) {
+    PICTAVO_NEEDS_POSIX("names that it does not look at");
+    const TempFolder temp;
+    const auto file = WriteFile(temp / "file", std::string("x"));
+    const auto overlong = temp / std::string(300, 'x');
+    const std::string detail = "cannot be looked at (File name too long)";
+    EXPECT_EQ(RefusalOf(IsSameFile(overlong, file)),
+              (Error{ErrorKind::WriteFailed, overlong, std::nullopt, detail}));
+    EXPECT_EQ(RefusalOf(IsSameFile(file, overlong)),
+              (Error{ErrorKind::WriteFailed, file, std::nullopt, detail}));
 }
 
 }  // namespace

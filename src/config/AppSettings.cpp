@@ -118,7 +118,7 @@ Status AppendRecentFiles(const std::filesystem::path& path, const AppSettings& s
     if (system_file::TypeOfFile(path) != std::filesystem::file_type::not_found)
         PICTAVO_TRY(CopyOldLines(path, file));
     PICTAVO_TRY(file.Write(AsBytes(lines)));
-    return file.Commit(CommitMode::Replace);
+    return file.Commit(CommitMode::Replace, Durability::Synced);
 }
 
 void NoteRecentFile(AppSettings& settings, const std::string& path) {

@@ -49,8 +49,7 @@ Status SaveAppSettings(const std::filesystem::path& path, const AppSettings& set
 /// Kept: adds the lines of the recent files that are shown behind what the file holds, which so grows until
 /// it is written anew. A missing file is created; with nothing to add, nothing is written. Fails with
 /// FileMissing when the file is there but cannot be read, with ReadFailed and with WriteFailed; until the
-/// new file stands complete the old one stays. Not synced to the disk, which opening a flash must not wait
-/// for.
+/// new file stands complete, synced to the disk, the old one stays.
 Status AppendRecentFiles(const std::filesystem::path& path, const AppSettings& settings);
 
 /// Puts a path at the top of the recent files; those that were shown move down. Kept: of the others only the

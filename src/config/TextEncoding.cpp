@@ -1,9 +1,9 @@
 #include "config/TextEncoding.h"
 
-#include "core/NoOtherValue.h"
-
 #include <algorithm>
 #include <array>
+
+#include "core/NoOtherValue.h"
 
 namespace pictavo {
 

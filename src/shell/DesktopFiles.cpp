@@ -14,7 +14,7 @@ bool IsThere(const fs::path& path) {
 }
 
 Result<std::string> WholeText(const fs::path& path) {
-    if (!IsThere(path)) return std::string();
+    if (NameIsFree(path)) return std::string();
     PICTAVO_TRY(const auto source, FileSource::Open(path));
     PICTAVO_TRY(const Bytes bytes, source->ReadExactly(0, source->Size()));
     return std::string(AsText(bytes));
@@ -31,9 +31,9 @@ fs::path BehindLinks(const fs::path& path) {
 }
 
 Result<bool> RemoveText(const fs::path& path) {
-    if (!IsThere(path)) return false;
+    if (NameIsFree(path)) return false;
     system_file::RemoveFile(path);
-    if (!IsThere(path)) return true;
+    if (NameIsFree(path)) return true;
     return Fail(ErrorKind::WriteFailed, path, "cannot be removed");
 }
 
@@ -42,7 +42,7 @@ Result<bool> PutText(const fs::path& path, std::string_view text) {
     PICTAVO_TRY(const std::string before, WholeText(path));
     if (before == text) return false;
     PICTAVO_TRY(EnsureFolder(path.parent_path()));
-    PICTAVO_TRY(WriteWholeFile(BehindLinks(path), AsBytes(text), CommitMode::Replace));
+    PICTAVO_TRY(WriteWholeFile(BehindLinks(path), AsBytes(text), CommitMode::Replace, Durability::Synced));
     return true;
 }
 

@@ -14,7 +14,8 @@ namespace pictavo {
 /// in a folder that cannot be entered, counts as not there.
 bool IsThere(const std::filesystem::path& path);
 
-/// Empty for a file that does not exist. Fails as FileSource does with one that is there and cannot be read.
+/// Empty for a file that does not exist. Fails as FileSource does with one that is there and cannot be read,
+/// or of which the system does not tell: its lines must not be lost when it is written anew.
 Result<std::string> WholeText(const std::filesystem::path& path);
 
 /// The same, empty as well for a file that cannot be read.

@@ -1,12 +1,14 @@
 #include <QCoreApplication>
 #include <algorithm>
+#include <cstdio>
 #include <iostream>
+#include <new>
 
 #include "cli/Command.h"
 #include "cli/Examples.h"
 #include "cli/Terminal.h"
 #include "core/ConsoleText.h"
-#include "core/FullDisks.h"
+#include "core/FailedWrites.h"
 #include "core/ProgramArguments.h"
 #include "core/Version.h"
 #include "shell/ProgramFolder.h"
@@ -168,8 +170,13 @@ void DropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 int main(int count, char** arguments) {
     qInstallMessageHandler(pictavo::cli::DropMessage);
-    pictavo::ReportFullDisks();
+    pictavo::ReportFailedWrites();
     const pictavo::ConsoleText console;
     const QCoreApplication application(count, arguments);  // the picture readers are plugins that it finds
-    return pictavo::cli::Main(pictavo::ProgramArguments(count, arguments));
+    try {
+        return pictavo::cli::Main(pictavo::ProgramArguments(count, arguments));
+    } catch (const std::bad_alloc&) {
+        std::fputs("pictavo-cli: there is not enough memory for this\n", stderr);
+        return pictavo::cli::kFailed;
+    }
 }

@@ -4,7 +4,7 @@
 #include "converter/Conversion.h"
 #include "core/ConsoleText.h"
 #include "core/ErrorText.h"
-#include "core/FullDisks.h"
+#include "core/FailedWrites.h"
 #include "core/ProgramArguments.h"
 #include "core/Version.h"
 
@@ -43,7 +43,7 @@ void DropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 int main(int count, char** arguments) {
     qInstallMessageHandler(DropMessage);
-    pictavo::ReportFullDisks();
+    pictavo::ReportFailedWrites();
     const pictavo::ConsoleText console;
     const QCoreApplication application(count, arguments);  // the picture readers look their plugins up by it
     const std::vector<std::string> given = pictavo::ProgramArguments(count, arguments);

@@ -1,11 +1,12 @@
 #include <csignal>
 
-#include "core/FullDisks.h"
+#include "core/FailedWrites.h"
 
 namespace pictavo {
 
-void ReportFullDisks() {
+void ReportFailedWrites() {
     std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
 }
 
 }  // namespace pictavo

@@ -1,8 +1,8 @@
-#include "core/FullDisks.h"
+#include "core/FailedWrites.h"
 
 namespace pictavo {
 
 /// Such a limit is not known here.
-void ReportFullDisks() {}
+void ReportFailedWrites() {}
 
 }  // namespace pictavo

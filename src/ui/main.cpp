@@ -9,7 +9,7 @@
 
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/ErrorText.h"
-#include "core/FullDisks.h"
+#include "core/FailedWrites.h"
 #include "core/Version.h"
 #include "shell/Folders.h"
 #include "shell/ProgramFolder.h"
@@ -81,7 +81,7 @@ int Refuse(const Error& error) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    ReportFullDisks();
+    ReportFailedWrites();
     if (const auto information = InformationAskedFor({arguments + 1, arguments + count})) {
         std::cout << *information << std::flush;
         return std::cout ? 0 : 1;

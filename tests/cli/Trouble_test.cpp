@@ -292,6 +292,57 @@ TEST_F(TroubleTest, ALimitOfFileSizesIsReportedLikeAFullDisk) {
     ExpectOneComplaint(ended, {"picture 0003: ", Path("out/3.bmp"), "File too large"});
 }
 
+#ifndef __SANITIZE_ADDRESS__  // which takes terabytes of addresses
+
+class LittleMemoryTest : public TroubleTest {
+  protected:
+    /// With addresses for 400 MB in all, of which the program itself takes a half.
+    Ended Limited(const Arguments& arguments) {
+        Arguments command{"/bin/sh", "-c", "ulimit -v 400000; exec \"$0\" \"$@\"", program};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        return RunProgram(command, around);
+    }
+};
+
+TEST_F(LittleMemoryTest, ALackOfMemoryIsTold) {
+    const std::string flash = Write(FourIcons());
+    Bytes lines;
+    const std::string_view line = "0: 5A 00\n";
+    while (lines.size() < (std::size_t{16} << 20)) lines.insert(lines.end(), line.begin(), line.end());
+    const Ended ended = Limited({"check", Write("long.vkp", lines), flash, "--json"});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.err, "pictavo-cli: there is not enough memory for this\n");
+}
+
+TEST_F(LittleMemoryTest, ANumberInAFileTakesNone) {
+    Bytes bmp = samples::MakeBmp(samples::DrawIcon(16, 16, 1), 32);
+    for (const std::size_t at : {18U, 22U}) bmp[at + 1] = 0x75;  // 30,000 pixels each way
+    Bytes gif = samples::MakeGif(samples::DrawIcon(16, 16, 1));
+    for (const std::size_t at : {7U, 9U}) gif[at] = 0xFF;
+    Bytes png = samples::MakePng(samples::DrawIcon(16, 16, 1), samples::PngColour::Rgb);
+    for (const std::size_t at : {33U, 34U, 35U}) png[at] = 0xF0;  // the length of the second chunk
+    for (const auto& [name, bytes] : {std::pair("a.bmp", bmp), {"a.gif", gif}, {"a.png", png}}) {
+        const Ended ended = Limited({"convert", Write(name, bytes), Path("out.gpf2")});
+        EXPECT_EQ(ended.status, 1) << name;
+        EXPECT_THAT(ended.err, HasSubstr(name));
+        EXPECT_THAT(ended.err, ::testing::Not(HasSubstr("memory"))) << name;
+    }
+    EXPECT_EQ(Limited({"png-info", Path("a.png")}).status, 0);
+}
+
+#endif
+
+TEST_F(TroubleTest, AReaderThatIsGoneLeavesNoFolderOfTemporaryFiles) {
+    const std::string flash = Write(FourIcons());
+    const std::string piped = "{ sleep 1; \"$0\" \"$@\"; echo $? > status; } | true";
+    around.folder = temp.Path();
+    RunProgram({"/bin/sh", "-c", piped, program, "export", flash, "-o", Path("out"), "--format", "bmp"},
+               around);
+    EXPECT_EQ(ReadText(temp / "status"), "1\n");
+    EXPECT_EQ(ListNames(temp / "out").size(), 4U);
+    EXPECT_TRUE(std::filesystem::is_empty(runFolders));
+}
+
 TEST_F(TroubleTest, AComplaintOfANameWithControlCharactersStaysOneLine) {
     ExpectRefused(Cli({"info", Path("two\nlines\r\x1B[31m\xC2\x9B.bin")}),
                   {Path("two lines  [31m .bin") + ": "});

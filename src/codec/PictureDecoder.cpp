@@ -14,6 +14,10 @@ namespace {
 
 constexpr unsigned kLiteralBit = 0x80;  // in a control byte
 
+/// Groups without a pixel that are passed over in one picture; with more, a hostile file could have gigabytes
+/// read for it.
+constexpr int kMostEmptyGroups = 1 << 16;
+
 /// The place in the Raster where the next pixel goes. Pixels run on across row ends.
 class RasterWriter {
   public:
@@ -76,6 +80,7 @@ struct Decode {
     RasterWriter writer;
     int width;
     int height;
+    int emptyGroups = 0;
 };
 
 bool Finished(const Decode& decode) {
@@ -200,7 +205,9 @@ bool DecodeGroups(Decode& decode) {
     do {
         const std::size_t before = pixels.Count();
         TakeGroup(decode.cursor, pixels);
-        left -= static_cast<std::int64_t>(pixels.Count() - before);
+        const std::size_t gained = pixels.Count() - before;
+        if (gained == 0 && ++decode.emptyGroups > kMostEmptyGroups) break;
+        left -= static_cast<std::int64_t>(gained);
         if (!pixels.HasRoom()) pixels.Flush(decode.writer);
     } while (left > 0 && !decode.cursor.AtEnd());
     pixels.Flush(decode.writer);
@@ -270,9 +277,16 @@ bool FitsRaster(const PictureFormat& format) {
     return format.width <= Raster::kColumns && format.height <= Raster::kRows;
 }
 
+Failure RefuseEmptyGroups(const ByteSource& source, std::uint64_t offset) {
+    return Fail(
+        ErrorKind::Malformed, source.Path(), offset,
+        "is no picture: more than " + std::to_string(kMostEmptyGroups) + " of its groups hold no pixel");
+}
+
 /// The number in the form that leaves a place for a sign, as the box shows it.
-Failure RefuseBitDepth(int bitDepth) {
-    return Fail(ErrorKind::BadBitDepth, (bitDepth < 0 ? "" : " ") + std::to_string(bitDepth) + "bit");
+Failure RefuseBitDepth(const ByteSource& source, int bitDepth) {
+    return Fail(ErrorKind::BadBitDepth, source.Path(),
+                (bitDepth < 0 ? "" : " ") + std::to_string(bitDepth) + "bit");
 }
 
 }  // namespace
@@ -284,7 +298,7 @@ PictureFormat FormatOf(const PictureRecord& record, int depthOfUnknown) {
 
 Result<DecodedPicture> DecodePicture(const ByteSource& source, std::uint64_t offset,
                                      const PictureFormat& format, Picture& picture) {
-    if (!IsBitDepth(format.bitDepth)) return RefuseBitDepth(format.bitDepth);
+    if (!IsBitDepth(format.bitDepth)) return RefuseBitDepth(source, format.bitDepth);
     DecodedPicture decoded;
     if (format.height > 0) {
         Decode decode{Cursor(source, offset), RasterWriter(picture.raster, format.width), format.width,
@@ -297,6 +311,7 @@ Result<DecodedPicture> DecodePicture(const ByteSource& source, std::uint64_t off
         if (!decode.writer.InRange() || !FitsRaster(format))
             return Fail(ErrorKind::TooLarge, source.Path(), offset,
                         "the picture (" + SizeText(format.width, format.height) + ") is too large to show");
+        if (decode.emptyGroups > kMostEmptyGroups) return RefuseEmptyGroups(source, offset);
         decoded.consumed = decode.cursor.Consumed();
         if (decode.cursor.Position() > source.Size()) decoded.complete = false;
     }

@@ -33,9 +33,10 @@ struct DecodedPicture {
 ///
 /// Fails with BadBitDepth, touching nothing, unless the depth is 1, 8, 12, 16 or 24; the detail is the text
 /// of the box: " 0bit". Fails with TooLarge when the picture is larger than the Raster, where its data end
-/// inside it too, or a pixel would lie outside of it, and with ReadFailed when the system fails a read: cells
-/// written so far stay, and all else of `picture` is as it was. Otherwise width, height and bit depth are
-/// set, and RasterHasAlpha is (bit depth = 24).
+/// inside it too, or a pixel would lie outside of it, with Malformed when more than 65536 groups hold no
+/// pixel, and with ReadFailed when the system fails a read: cells written so far stay, and all else of
+/// `picture` is as it was. Otherwise width, height and bit depth are set, and RasterHasAlpha is (bit depth =
+/// 24).
 Result<DecodedPicture> DecodePicture(const ByteSource& source, std::uint64_t offset,
                                      const PictureFormat& format, Picture& picture);
 

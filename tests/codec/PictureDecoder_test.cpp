@@ -6,6 +6,7 @@
 #include "PlainCodec.h"
 #include "codec/PictureType.h"
 #include "samples/PictureEncoders.h"
+#include "support/Refusal.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
@@ -104,6 +105,23 @@ TEST_F(PictureDecoderTest, ARunAndALiteralStretchOf8Bits) {
 TEST_F(PictureDecoderTest, KeptARunOfNoneConsumesItsPixelAndStoresNothing) {
     EXPECT_EQ(Decode({0x00, 0xE0, 0x01, 0x1F}, Format(1, 1, 8, true)), 4U);
     EXPECT_EQ(At(0, 0), (Cell{0, 255, 255, 0}));
+}
+
+TEST_F(PictureDecoderTest, MoreThan65536GroupsWithoutAPixelAreRefused) {
+    for (const auto& [bitDepth, group] :
+         {std::pair(8, Bytes{0x00, 0xE0}), {1, Bytes{0x80}}, {24, Bytes(5, 0)}}) {
+        Bytes stored;
+        for (int i = 0; i < 65536; ++i) stored.insert(stored.end(), group.begin(), group.end());
+        Bytes whole = stored;
+        whole.insert(whole.end(), {0x81, 1, 2, 3, 4});
+        EXPECT_GT(Decode(whole, Format(1, 1, bitDepth, true)), stored.size()) << bitDepth;
+        stored.insert(stored.end(), group.begin(), group.end());
+        stored.insert(stored.end(), whole.begin(), whole.end());
+        const MemorySource source(stored);
+        const Error error = RefusalOf(DecodePicture(source, 0, Format(1, 1, bitDepth, true), picture));
+        EXPECT_EQ(error.kind, ErrorKind::Malformed) << bitDepth;
+        EXPECT_EQ(error.detail, "is no picture: more than 65536 of its groups hold no pixel") << bitDepth;
+    }
 }
 
 TEST_F(PictureDecoderTest, TheControlByte80IsALiteralStretchOf128) {

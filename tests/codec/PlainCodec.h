@@ -38,7 +38,7 @@ inline Cell Expand(int bitDepth, const std::array<unsigned, 4>& b) {
             static_cast<std::uint8_t>(b[3])};
 }
 
-/// Raised by a cell outside the Raster.
+/// Raised by a cell outside the Raster, and by more groups without a pixel than are passed over.
 struct OutOfRange {};
 
 class Decoder {
@@ -96,11 +96,16 @@ class Decoder {
         }
     }
 
+    void CountEmptyGroup() {
+        if (++emptyGroups_ > 65536) throw OutOfRange{};
+    }
+
     bool Stops() const { return y_ >= format_.height || at_ >= data_.size(); }
 
     void Compressed() {
         do {
             const unsigned control = Byte();
+            if (control == 0) CountEmptyGroup();
             if (control < 0x80) {
                 const Cell cell = Unit();
                 for (unsigned i = 0; i < control; ++i) Store(cell);
@@ -113,6 +118,7 @@ class Decoder {
     void CompressedBits() {
         do {
             const unsigned control = Byte();
+            if (control == 0x80 || control == 0xC0) CountEmptyGroup();
             if (control < 0x80)
                 for (int bit = 6; bit >= 0; --bit) Store(Bit(control >> bit & 1));
             else
@@ -126,6 +132,7 @@ class Decoder {
     Raster& raster_;
     int x_ = 0;
     int y_ = 0;
+    int emptyGroups_ = 0;
 };
 
 /// The compressed encoder, as a walk of a cursor over the picture and the row below it.

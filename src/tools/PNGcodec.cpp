@@ -15,6 +15,9 @@ constexpr std::size_t kChunkHeadSize = 8;
 constexpr std::size_t kIndexedColourType = 3;
 constexpr std::size_t kMostEntries = 256;
 
+/// No PNG file has so many chunks; those of a hostile one can be empty, and take gigabytes to walk through.
+constexpr int kMostChunks = 1 << 20;
+
 /// Kept: the divisor is 39.375 and not the 39.37 inches of a metre.
 constexpr double kInchesOfMetre = 39.375;
 
@@ -173,23 +176,28 @@ Result<PNGInfo> ReadPNGInfo(const ByteSource& source) {
     PICTAVO_TRY(const bool isPng, BeginsWithSignature(source));
     if (!isPng) return Fail(ErrorKind::UnknownFile, source.Path(), "This is not PNG!");
     PNGInfo info;
-    for (std::uint64_t offset = kPngSignature.size();;) {
+    std::uint64_t offset = kPngSignature.size();
+    for (int chunks = 0; chunks < kMostChunks; ++chunks) {
         PICTAVO_TRY(const auto chunk, ChunkAt(source, offset));
         if (!chunk) return info;
         PICTAVO_TRY(ReadChunk(source, *chunk, info));
         offset = EndOf(*chunk);
     }
+    return Fail(ErrorKind::Malformed, source.Path(), offset,
+                "more than " + std::to_string(kMostChunks) + " chunks, which no PNG file has");
 }
 
 Result<bool> IsWholePng(const ByteSource& source) {
     PICTAVO_TRY(const bool isPng, BeginsWithSignature(source));
     if (!isPng) return false;
-    for (std::uint64_t offset = kPngSignature.size();;) {
+    std::uint64_t offset = kPngSignature.size();
+    for (int chunks = 0; chunks < kMostChunks; ++chunks) {
         PICTAVO_TRY(const auto chunk, ChunkAt(source, offset));
         if (!chunk || EndOf(*chunk) > source.Size()) return false;
         if (chunk->type == kPngEndType) return true;
         offset = EndOf(*chunk);
     }
+    return false;
 }
 
 }  // namespace pictavo

@@ -43,11 +43,11 @@ struct PNGInfo {
 /// Reads the chunks from the start of `source` to its end. Checksums are not checked; a chunk that reaches
 /// past the end gives what the file holds of it and ends the reading. Fails with UnknownFile and "This is not
 /// PNG!" without the signature, with Overflow when a size is above 32767, with Malformed when PLTE or tRNS
-/// holds more than 256 entries, and with ReadFailed.
+/// holds more than 256 entries or when there are more than a million chunks, and with ReadFailed.
 Result<PNGInfo> ReadPNGInfo(const ByteSource& source);
 
-/// True when the file begins with the signature and holds its chunks up to IEND, that one included. Fails
-/// with ReadFailed.
+/// True when the file begins with the signature and holds its chunks up to IEND, that one included; false
+/// with more than a million chunks before it. Fails with ReadFailed.
 Result<bool> IsWholePng(const ByteSource& source);
 
 }  // namespace pictavo

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "samples/FileMakers.h"
+#include "support/Refusal.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
@@ -338,6 +339,18 @@ bool IsWhole(const Bytes& file) {
     const auto isWhole = IsWholePng(MemorySource(file));
     EXPECT_TRUE(isWhole);
     return isWhole.value_or(false);
+}
+
+TEST(PngChunks, MoreThanAMillionAreNotWalkedThrough) {
+    constexpr std::size_t kEmptyChunk = 12;
+    Bytes file(8 + kEmptyChunk * ((1U << 20) + 1));
+    const std::string_view signature = "\x89PNG\r\n\x1A\n";
+    std::copy(signature.begin(), signature.end(), file.begin());
+    const MemorySource source(std::move(file));
+    EXPECT_EQ(IsWholePng(source), false);
+    const Error error = RefusalOf(ReadPNGInfo(source));
+    EXPECT_EQ(error.kind, ErrorKind::Malformed);
+    EXPECT_EQ(error.detail, "more than 1048576 chunks, which no PNG file has");
 }
 
 TEST(IsWholePng, AFileCutAnywhereIsNot) {

@@ -1,6 +1,5 @@
 #include "cli/CommandSession.h"
 
-#include "cli/Terminal.h"
 #include "session/Messages.h"
 #include "session/OpenFullflash.h"
 #include "shell/Folders.h"

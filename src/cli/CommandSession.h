@@ -6,6 +6,7 @@
 
 #include "cli/Front.h"
 #include "cli/RunFolder.h"
+#include "cli/Terminal.h"
 #include "cli/TerminalProgress.h"
 #include "session/Session.h"
 #include "shell/LatePictureLoader.h"
@@ -50,7 +51,7 @@ class CommandSession {
 
   private:
     TerminalProgress progress_;
-    ChildProcessRunner processes_;
+    ChildProcessRunner processes_{[] { return !WasInterrupted(); }};
     LatePictureLoader pictures_;
     std::optional<RunFolder> folder_;
 };

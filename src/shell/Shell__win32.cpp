@@ -8,6 +8,9 @@ namespace pictavo {
 
 namespace {
 
+constexpr DWORD kBetweenQuestions = 100;  // milliseconds
+constexpr DWORD kToFinish = 3000;         // milliseconds
+
 /// Something to read that is at its end, and to write that keeps nothing, for a child to take over.
 HANDLE OpenNothing() {
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
@@ -26,7 +29,10 @@ bool Start(const std::filesystem::path& program, std::wstring line, HANDLE nothi
                           CREATE_NO_WINDOW, nullptr, nullptr, &start, &child) != 0;
 }
 
-void AwaitEnd(const PROCESS_INFORMATION& child) {
+void AwaitEnd(const PROCESS_INFORMATION& child, const std::function<bool()>& goesOn) {
+    while (goesOn() && WaitForSingleObject(child.hProcess, kBetweenQuestions) == WAIT_TIMEOUT) {
+    }
+    if (WaitForSingleObject(child.hProcess, kToFinish) == WAIT_TIMEOUT) TerminateProcess(child.hProcess, 1);
     WaitForSingleObject(child.hProcess, INFINITE);
     CloseHandle(child.hThread);
     CloseHandle(child.hProcess);
@@ -40,7 +46,7 @@ void ChildProcessRunner::RunAndWait(const std::filesystem::path& program,
     const std::filesystem::path whole = std::filesystem::absolute(program, ignored);
     const HANDLE nothing = OpenNothing();
     PROCESS_INFORMATION child{};
-    if (Start(whole, CommandLineOf(whole, arguments), nothing, child)) AwaitEnd(child);
+    if (Start(whole, CommandLineOf(whole, arguments), nothing, child)) AwaitEnd(child, goesOn_);
     CloseHandle(nothing);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <chrono>
+#include <csignal>
 #include <thread>
 
 #include "support/CoreApplication.h"
@@ -79,6 +80,35 @@ TEST_F(ChildProcessRunnerTest, AProgramThatCanNotStartReturnsAtOnce) {
 TEST_F(ChildProcessRunnerTest, ReturnsOnlyWhenTheProgramHasEnded) {
     runner.RunAndWait(WriteProgram(temp / "slow", "sleep 0.5; echo done > " + Quoted(told)), {});
     EXPECT_EQ(ReadText(told), "done\n");
+}
+
+TEST_F(ChildProcessRunnerTest, BytesThatAreNoUtf8ArriveAsTheyStand) {
+    const std::vector<std::string> arguments = {"caf\xE9", "\xFF\xFE", "\xC2"};
+    const std::filesystem::path folder = temp / "caf\xE9";
+    std::filesystem::create_directory(folder);
+    runner.RunAndWait(WriteTeller(folder / "teller"), arguments);
+    EXPECT_EQ(Told(), arguments);
+}
+
+TEST_F(ChildProcessRunnerTest, AProgramWithoutEndIsEndedWhenAsked) {
+    for (const char* reaction : {"", "trap '' TERM; "}) {
+        int asked = 0;
+        ChildProcessRunner impatient([&asked] { return ++asked < 3; });
+        const auto endless =
+            WriteProgram(temp / "endless", std::string(reaction) + "while :; do sleep 0.05; done");
+        const auto start = std::chrono::steady_clock::now();
+        impatient.RunAndWait(endless, {});
+        EXPECT_EQ(asked, 3);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    }
+}
+
+TEST_F(ChildProcessRunnerTest, AChildMeetsAClosedPipeAsUsual) {
+    const auto old = std::signal(SIGPIPE, SIG_IGN);
+    const std::string blocked = "grep SigIgn /proc/self/status | tr -dc 0-9a-f > ";
+    runner.RunAndWait(WriteProgram(temp / "asker", blocked + Quoted(told)), {});
+    std::signal(SIGPIPE, old);
+    EXPECT_EQ(std::stoull(ReadText(told), nullptr, 16) & (1ULL << (SIGPIPE - 1)), 0U);
 }
 
 TEST_F(ChildProcessRunnerTest, MuchOutputNeverBlocks) {

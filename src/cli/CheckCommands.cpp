@@ -1,6 +1,7 @@
 #include "cli/Command.h"
 #include "cli/CommandSession.h"
 #include "cli/PathOption.h"
+#include "cli/Text.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "patch/PatchReader.h"
 #include "session/Targets.h"
@@ -44,7 +45,7 @@ std::string AsJson(const std::vector<PatchMismatch>& mismatches) {
                         {"offset", OffsetText(mismatch.offset)},
                         {"expected", BytesToHex(mismatch.expected, false)},
                         {"found", BytesToHex(mismatch.found, false)}});
-    return list.dump(2) + "\n";
+    return JsonText(list.dump(2));
 }
 
 std::string CountText(const Pair& pair) {

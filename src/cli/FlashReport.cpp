@@ -2,6 +2,7 @@
 
 #include "cli/CommandSession.h"
 #include "cli/PathOption.h"
+#include "cli/Text.h"
 
 namespace pictavo::cli {
 
@@ -16,7 +17,7 @@ void FlashReport::Declare(CLI::App& app) {
 int FlashReport::Run(Front& front) {
     CommandSession run(front, {});
     if (const Status opened = run.Open(flash_); !opened) return front.Fail(opened.error());
-    const int printed = front.Print(json_ ? AsJson(run.session).dump(2) + "\n" : Lines(run.session));
+    const int printed = front.Print(json_ ? JsonText(AsJson(run.session).dump(2)) : Lines(run.session));
     const Status isFullflash = run.CheckIsFullflash();
     return isFullflash ? printed : front.Fail(isFullflash.error());
 }

@@ -63,7 +63,7 @@ class PngInfoCommand final : public Command {
         Json json = InfoOf(*info);
         if (!json_) return front.Print(AsLines(json));
         json["palette"] = PaletteOf(*info);
-        return front.Print(json.dump(2) + "\n");
+        return front.Print(JsonText(json.dump(2)));
     }
 
   private:

@@ -9,4 +9,8 @@ namespace pictavo::cli {
 /// A line "key: value", the value on one line.
 std::string KeyLine(const std::string& key, const std::string& value);
 
+/// JSON with the control characters escaped that it may hold as they are, since a terminal may act on them,
+/// and with a line end.
+std::string JsonText(const std::string& json);
+
 }  // namespace pictavo::cli

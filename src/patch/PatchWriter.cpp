@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/ErrorText.h"
 #include "core/Version.h"
 #include "patch/PatchLine.h"
 #include "patch/PitRecord.h"
@@ -29,15 +30,9 @@ std::string FramedLine(const std::string& text) {
     return line + "###" + kPatchLineEnd;
 }
 
-std::string WithoutControlCharacters(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
-    return text;
-}
-
 std::string TargetText(const FullflashImage& flash) {
-    return WithoutControlCharacters("Patch for " + flash.ManufN + " " + flash.mModel + "fw" + flash.fw +
-                                    " (" + flash.lngPack + ")");
+    return OnOneLine("Patch for " + flash.ManufN + " " + flash.mModel + "fw" + flash.fw + " (" +
+                     flash.lngPack + ")");
 }
 
 std::string SectionLine(const PictureRecord& record) {

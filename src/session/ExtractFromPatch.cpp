@@ -4,6 +4,7 @@
 #include <charconv>
 #include <limits>
 
+#include "core/ErrorText.h"
 #include "patch/PatchSections.h"
 #include "session/Extraction.h"
 #include "session/Names.h"
@@ -26,7 +27,7 @@ std::optional<std::uint16_t> NumberNamed(const std::string& name, bool isHex) {
 /// No name may lead out of the folder, on any system.
 bool IsPlainName(const std::string& name) {
     return !name.empty() && name.find_first_of("/\\:") == std::string::npos && name != "." && name != ".." &&
-           std::none_of(name.begin(), name.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; });
+           name == OnOneLine(name);
 }
 
 /// A file that a section becomes.

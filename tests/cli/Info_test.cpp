@@ -78,7 +78,9 @@ TEST_F(InfoTest, ControlCharactersBecomeBlanksAndStayInJson) {
     const Ended ended = Cli({"info", Write(flash)});
     EXPECT_THAT(ended.out, HasSubstr("manufacturer: a b    \xC2\xA0z\n"));
     EXPECT_EQ(Lines(ended.out).size(), 8U);
-    const Json info = Json::parse(Cli({"info", Path("flash.bin"), "--json"}).out, nullptr, false);
+    const std::string json = Cli({"info", Path("flash.bin"), "--json"}).out;
+    EXPECT_THAT(json, HasSubstr("\"a\\nb\\u001b\\u007F\\u0080\\u009F\xC2\xA0z\"")) << "as a terminal gets it";
+    const Json info = Json::parse(json, nullptr, false);
     EXPECT_EQ(info["manufacturer"], "a\nb\x1B\x7F\xC2\x80\xC2\x9F\xC2\xA0z");
 }
 

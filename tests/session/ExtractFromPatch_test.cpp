@@ -137,7 +137,9 @@ TEST_F(ExtractFromPatchTest, ANameThatIsNoNumberIsPassedOver) {
 TEST_F(ExtractFromPatchTest, APngNameThatLeadsOutOfTheFolderIsPassedOver) {
     std::filesystem::create_directory(temp / "other");
     for (const std::string name : {"", ".", "..", "/", "\\", "../other/x", "..\\x", "/tmp/x", "C:x", "a:b",
-                                   "sub/x", "a\tb", "a\x01", "\x7F", "a\x1B[2J"}) {
+                                   "sub/x", "a\tb", "a\x01", "\x7F", "a\x1B[2J",
+                                   "a\xC2\x9B"
+                                   "31m"}) {
         std::filesystem::remove_all(out);
         const Outcome outcome = Extract(PngSection(name) + PngSection("good"));
         ExpectPassedOver(outcome, "\"" + name + "\" is no plain name of a PNG file");

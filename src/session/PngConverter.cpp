@@ -79,6 +79,8 @@ Result<std::filesystem::path> ConvertPngToBitmap(const Session& session, Process
 
 Result<std::filesystem::path> ConvertPictureToPng(const Session& session, ProcessRunner& processes,
                                                   bool withAlpha) {
+    if (session.picture.width <= 0 || session.picture.height <= 0)
+        return Fail(ErrorKind::Malformed, "the picture has no pixels, without which there is no PNG file");
     const bool hasAlpha = withAlpha && session.picture.RasterHasAlpha;
     RemovePngTemporaries(session);
     const std::filesystem::path bitmap = session.workFiles.PngBitmap();

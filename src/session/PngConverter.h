@@ -21,8 +21,8 @@ Result<std::filesystem::path> ConvertPngToBitmap(const Session& session, Process
                                                  const std::filesystem::path& png, int colourType);
 
 /// Converts the picture to a PNG file in the temporary folder and returns its path; with alpha when
-/// RasterHasAlpha and `withAlpha`. Fails with ConverterMissing, with WriteFailed, and with ConverterFailed
-/// when no PNG file came out or not all of one.
+/// RasterHasAlpha and `withAlpha`. Fails with Malformed when the picture has no pixels, with
+/// ConverterMissing, with WriteFailed, and with ConverterFailed when no PNG file came out or not all of one.
 Result<std::filesystem::path> ConvertPictureToPng(const Session& session, ProcessRunner& processes,
                                                   bool withAlpha);
 

@@ -3,6 +3,7 @@
 #include "codec/Bitmap.h"
 #include "core/PathText.h"
 #include "session/ShowPicture.h"
+#include "support/Refusal.h"
 #include "support/SessionFixture.h"
 #include "support/SystemMeans.h"
 
@@ -178,6 +179,20 @@ TEST_F(PictureToPngTest, ReturnsTheOutputInTheTemporaryFolder) {
     ASSERT_TRUE(made);
     EXPECT_EQ(*made, session.workFiles.folder / "PNGtemp.png");
     EXPECT_EQ(ReadFile(*made), Converted());
+}
+
+TEST_F(PictureToPngTest, APictureWithoutPixelsIsRefusedBeforeAnythingIsRun) {
+    Show(1);
+    for (int* size : {&session.picture.width, &session.picture.height}) {
+        const int before = std::exchange(*size, 0);
+        EXPECT_EQ(RefusalOf(ToPng(true)),
+                  (Error{ErrorKind::Malformed,
+                         {},
+                         std::nullopt,
+                         "the picture has no pixels, without which there is no PNG file"}));
+        *size = before;
+    }
+    EXPECT_TRUE(scripted.processes.calls.empty());
 }
 
 TEST_F(PictureToPngTest, AnEarlierPngIsNeverTakenForTheNewOne) {

@@ -20,7 +20,8 @@ using ::testing::HasSubstr;
 struct Fault {
     int at = 0;  ///< counted from 1; 0 for none
     std::string how;
-    bool lasts = false;  ///< every later call that takes space fails too: a disk that stays full
+    std::string program;  ///< the name of the one that meets it: the command's own, or the converter's
+    bool lasts = false;   ///< every later call that takes space fails too: a disk that stays full
 };
 
 /// All files under a folder: paths from there, and what the files hold.
@@ -40,7 +41,7 @@ struct Call {
     std::string path;
 };
 
-inline std::vector<Fault> FaultsOf(const Call& call, int at) {
+inline std::vector<Fault> FaultsOf(const Call& call, const std::string& program, int at) {
     const std::map<std::string, std::vector<std::string>> ways = {
         {"open", {"EACCES", "EIO", "EINTR"}},
         {"enter", {"EACCES", "EIO"}},
@@ -48,14 +49,18 @@ inline std::vector<Fault> FaultsOf(const Call& call, int at) {
         {"read", {"EIO", "EINTR", "SHORT"}},
         {"write", {"EIO", "ENOSPC", "EINTR", "SHORT", "KILL", "KILL_HALF"}},
         {"sync", {"EIO", "ENOSPC", "EINTR", "KILL"}},
+        {"close", {"EIO", "ENOSPC", "EINTR", "KILL"}},
+        {"look", {"EACCES", "EIO"}},
+        {"list", {"EIO"}},
+        {"lock", {"EIO", "EINTR"}},
         {"rename", {"EACCES", "EIO", "ENOSPC", "KILL"}},
         {"link", {"EACCES", "EIO", "ENOSPC", "KILL"}},
         {"remove", {"EACCES", "EIO", "KILL"}},
         {"mkdir", {"EACCES", "EIO", "ENOSPC", "KILL"}},
     };
     std::vector<Fault> faults;
-    for (const std::string& how : ways.at(call.name)) faults.push_back({at, how, false});
-    if (ways.at(call.name).back().starts_with("KILL")) faults.push_back({at, "ENOSPC", true});
+    for (const std::string& how : ways.at(call.name)) faults.push_back({at, how, program, false});
+    if (ways.at(call.name).back().starts_with("KILL")) faults.push_back({at, "ENOSPC", program, true});
     return faults;
 }
 
@@ -89,6 +94,9 @@ class FaultyRuns {
     /// What the system is to be without: "nameless files", "links by handle", "exclusive renames".
     std::string lacks;
 
+    /// Whether each output must stand on the disk before it takes its name, and its name after that.
+    bool mustBeOnDisk = false;
+
     /// Tries every fault at every call; how many there were.
     int TryAll() {
         inputTree_ = ReadTree(Inputs());
@@ -97,7 +105,21 @@ class FaultyRuns {
         EXPECT_EQ(whole.status, 0) << whole.err;
         wholeTree_ = ReadTree(Outputs());
         EXPECT_NE(wholeTree_, oldTree_) << "nothing is written";
-        return TryEach(Calls());
+        if (mustBeOnDisk) ExpectOnDisk();
+        int tried = 0;
+        for (const auto& [number, process] : Processes()) tried += TryEach(process);
+        return tried;
+    }
+
+    /// The same for a command that must be refused, whatever goes wrong beside.
+    int TryAllRefused() {
+        mustBeRefused_ = true;
+        inputTree_ = ReadTree(Inputs());
+        oldTree_ = ReadTree(old_.Path());
+        EXPECT_EQ(Run({}, true).status, 1);
+        int tried = 0;
+        for (const auto& [number, process] : Processes()) tried += TryEach(process);
+        return tried;
     }
 
   private:
@@ -125,45 +147,79 @@ class FaultyRuns {
                                      "FAULTS_FOLDER=" + root_.Path().string(),
                                      "FAULTS_AT=" + std::to_string(fault.at),
                                      "FAULTS_HOW=" + fault.how,
+                                     "FAULTS_PROGRAM=" + fault.program,
                                      "FAULTS_LACKS=" + lacks};
         if (fault.lasts) all.emplace_back("FAULTS_LASTING=1");
         if (isLogged) all.push_back("FAULTS_LOG=" + LogPath().string());
         return all;
     }
 
-    /// The calls of each process that took part.
-    std::map<std::string, std::vector<Call>> Calls() const {
-        std::map<std::string, std::vector<Call>> calls;
+    /// One process that took part, and its calls in order.
+    struct Process {
+        std::string program;
+        std::vector<Call> calls;
+    };
+
+    /// By the number of the process.
+    std::map<std::string, Process> Processes() const {
+        std::map<std::string, Process> processes;
         std::ifstream log(LogPath());
         Call call;
-        for (std::string process; log >> process >> call.name && std::getline(log, call.path);)
-            calls[process].push_back(call);
-        return calls;
+        for (std::string program, number;
+             log >> program >> number >> call.name && std::getline(log >> std::ws, call.path);) {
+            processes[number].program = program;
+            processes[number].calls.push_back(call);
+        }
+        return processes;
     }
 
-    int TryEach(const std::map<std::string, std::vector<Call>>& processes) {
+    int TryEach(const Process& process) {
         int tried = 0;
-        for (const auto& [process, calls] : processes) {
-            for (std::size_t i = 0; i < calls.size(); ++i) {
-                for (const Fault& fault : FaultsOf(calls[i], static_cast<int>(i) + 1)) {
-                    Try(fault, calls[i]);
-                    ++tried;
-                }
+        for (std::size_t i = 0; i < process.calls.size(); ++i) {
+            for (const Fault& fault : FaultsOf(process.calls[i], process.program, static_cast<int>(i) + 1)) {
+                Try(fault, process.calls[i]);
+                ++tried;
             }
         }
         return tried;
     }
 
+    bool IsOutput(const Call& call) const { return call.path.starts_with(Outputs().string()); }
+
+    /// A file is written, synced and named, and then its folder is synced.
+    void ExpectOnDisk() const {
+        for (const auto& [number, process] : Processes()) {
+            bool areBytesSynced = true;
+            bool isNameSynced = true;
+            for (const Call& call : process.calls) {
+                if (!IsOutput(call)) continue;
+                const bool isNaming = call.name == "link" || call.name == "rename";
+                EXPECT_TRUE(areBytesSynced || !isNaming) << call.path << " has its name before its bytes";
+                if (isNaming) isNameSynced = false;
+                if (call.name == "write") areBytesSynced = false;
+                if (call.name == "sync") areBytesSynced = isNameSynced = true;
+            }
+            EXPECT_TRUE(isNameSynced) << "the last name does not stand on the disk";
+        }
+    }
+
+    std::string OwnName() const { return std::filesystem::path(command_.front()).filename().string(); }
+
+    /// Whether the call belongs to the tidying up, after which nothing hidden may stay.
+    bool IsTidying(const Call& call) const {
+        const bool isListing = call.name == "enter" || call.name == "look" || call.name == "list";
+        return call.name == "remove" || (isListing && call.path.starts_with(Temporary().string()));
+    }
+
     void Try(const Fault& fault, const Call& call) {
-        const std::string what = fault.how + (fault.lasts ? " for ever" : "") + " at " +
-                                 std::to_string(fault.at) + ", " + call.name + call.path;
+        const std::string what = fault.program + ": " + fault.how + (fault.lasts ? " for ever" : "") +
+                                 " at " + std::to_string(fault.at) + ", " + call.name + " " + call.path;
         const ::testing::ScopedTrace trace(__FILE__, __LINE__, what);
         const Ended ended = Run(fault);
-        const bool wasKilled = fault.how.starts_with("KILL");
+        const bool wasKilled = fault.how.starts_with("KILL") && fault.program == OwnName();
         EXPECT_TRUE(ReadTree(Inputs()) == inputTree_) << "an input changed";
-        const bool isTidied = call.name != "remove" && call.name != "enter";
-        ExpectOldOrWhole(wasKilled || !isTidied, ended.status == 1);
-        if (!wasKilled) ExpectTold(ended, fault, isTidied);
+        ExpectOldOrWhole(wasKilled || IsTidying(call), ended.status == 1);
+        if (!wasKilled) ExpectTold(ended, fault, !IsTidying(call));
     }
 
     /// What the program could not tidy up any more is hidden, and no output.
@@ -197,7 +253,8 @@ class FaultyRuns {
     /// Done means that all is written; all else has been said, by the name of a file.
     void ExpectTold(const Ended& ended, const Fault& fault, bool isTidied) const {
         const bool isHarmless = fault.how == "EINTR" || fault.how == "SHORT";
-        EXPECT_TRUE(ended.status == 0 || (ended.status == 1 && !isHarmless))
+        EXPECT_TRUE((ended.status == 0 && !mustBeRefused_) ||
+                    (ended.status == 1 && (!isHarmless || mustBeRefused_)))
             << "exit status " << ended.status << "\n"
             << ended.err;
         if (ended.status == 0) {
@@ -214,6 +271,7 @@ class FaultyRuns {
     const TempFolder old_;
     const TempFolder scratch_;
     std::vector<std::string> command_;
+    bool mustBeRefused_ = false;
     Tree inputTree_;
     Tree oldTree_;
     Tree wholeTree_;

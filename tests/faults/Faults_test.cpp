@@ -121,6 +121,7 @@ TEST_F(FaultsTest, ConvertPngToBmpThroughTheConverter) {
 }
 
 TEST_F(FaultsTest, PatchWithPicturesAndAPng) {
+    runs.mustBeOnDisk = true;
     PatchesMayLackPictures();
     const std::string bmp = Input("icon.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 3), 24));
     const std::string png = Input("100000.png", Png(16));
@@ -129,6 +130,7 @@ TEST_F(FaultsTest, PatchWithPicturesAndAPng) {
 }
 
 TEST_F(FaultsTest, PatchWithAMovedPicture) {
+    runs.mustBeOnDisk = true;
     PatchesMayLackPictures();
     WriteFlash(17U << 20);  // free memory is looked for behind 16 MiB
     const std::string grown = Input("grown.bmp", samples::MakeBmp(samples::DrawIcon(40, 40, 4), 24));
@@ -137,6 +139,7 @@ TEST_F(FaultsTest, PatchWithAMovedPicture) {
 }
 
 TEST_F(FaultsTest, PatchFromAFolder) {
+    runs.mustBeOnDisk = true;
     PatchesMayLackPictures();
     std::filesystem::create_directory(runs.Inputs() / "folder");
     Input("folder/0.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 3), 24));
@@ -145,16 +148,33 @@ TEST_F(FaultsTest, PatchFromAFolder) {
 }
 
 TEST_F(FaultsTest, ApplyToACopy) {
+    runs.mustBeOnDisk = true;
     const std::string bmp = Input("icon.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 3), 24));
     Make({"patch", "in/flash.bin", "-o", "in/new.vkp", "--picture", "0=" + bmp + "@8"});
     TryAllOver({"copy.bin"}, {"apply", "{in}/new.vkp", "{in}/flash.bin", "-o", "{out}/copy.bin"});
 }
 
+TEST_F(FaultsTest, NothingIsEverWrittenOverTheFlashThatIsRead) {
+    const std::string bmp = Input("icon.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 3), 24));
+    Make({"patch", "in/flash.bin", "-o", "in/new.vkp", "--picture", "0=" + bmp + "@8"});
+    runs.Arguments({"apply", "{in}/new.vkp", "{in}/flash.bin", "-o", "{in}/flash.bin", "--overwrite"});
+    ExpectTried(runs.TryAllRefused());
+}
+
+TEST_F(FaultsTest, NoPatchIsWrittenOverAFileThatItIsMadeOf) {
+    const std::string bmp = Input("icon.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 3), 24));
+    runs.Arguments(
+        {"patch", "{in}/flash.bin", "-o", "{in}/icon.bmp", "--picture", "0=" + bmp + "@8", "--overwrite"});
+    ExpectTried(runs.TryAllRefused());
+}
+
 TEST_F(FaultsTest, BackupPit) {
+    runs.mustBeOnDisk = true;
     TryAll({"backup-pit", "{in}/flash.bin", "-o", "{out}/blocks"});
 }
 
 TEST_F(FaultsTest, RebuildPit) {
+    runs.mustBeOnDisk = true;
     std::filesystem::create_directory(runs.Inputs() / "folder");
     Input("small.bmp", samples::MakeBmp(samples::DrawIcon(8, 8, 3), 24));
     for (const std::string number : {"0", "1", "2"})
@@ -181,6 +201,7 @@ TEST_F(FaultsTest, ExtractFromAGpn) {
 
 TEST_F(FaultsTest, SettingsWrittenAnew) {
     FaultyRuns settings({PICTAVO_SETTINGS_WRITER, "whole"});
+    settings.mustBeOnDisk = true;
     settings.Old("Pictavo.ini", "Language=Polish\r\n");
     settings.Arguments({"{out}/Pictavo.ini"});
     ExpectTried(settings.TryAll());
@@ -188,6 +209,7 @@ TEST_F(FaultsTest, SettingsWrittenAnew) {
 
 TEST_F(FaultsTest, RecentFilesAddedToTheSettings) {
     FaultyRuns settings({PICTAVO_SETTINGS_WRITER, "recent"});
+    settings.mustBeOnDisk = true;
     settings.Old("Pictavo.ini", "Language=Polish\r\n");
     settings.Arguments({"{out}/Pictavo.ini"});
     ExpectTried(settings.TryAll());

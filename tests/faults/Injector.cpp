@@ -8,9 +8,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <string>
 #include <string_view>
+#include <sys/file.h>
 #include <sys/random.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -46,7 +49,8 @@ bool IsWatched(std::string_view path) {
 void Log(const char* call, const std::string& path) {
     static const std::string_view log = Setting("FAULTS_LOG");
     if (log.empty()) return;
-    const std::string line = std::to_string(getpid()) + " " + call + " " + path + "\n";
+    const std::string process = std::string(program_invocation_short_name) + " " + std::to_string(getpid());
+    const std::string line = process + " " + call + " " + path + "\n";
     const long file = syscall(SYS_openat, AT_FDCWD, log.data(), O_WRONLY | O_CREAT | O_APPEND, 0600);
     syscall(SYS_write, file, line.data(), line.size());
     syscall(SYS_close, file);
@@ -64,7 +68,9 @@ int Refuse(int code) {
 
 /// Whether the system ever interrupts this call, or does half of it.
 bool CanBeInterrupted(std::string_view call) {
-    return call == "open" || call == "create" || call == "read" || call == "write" || call == "sync";
+    for (const char* one : {"open", "create", "read", "write", "sync", "close", "lock"})
+        if (call == one) return true;
+    return false;
 }
 
 /// Sets errno for a call that is to fail.
@@ -79,6 +85,11 @@ Verdict Carry(std::string_view how) {
     return Verdict::Fail;
 }
 
+/// Whether this is the process that is to meet the fault.
+bool IsMeant() {
+    return Setting("FAULTS_PROGRAM") == program_invocation_short_name;
+}
+
 /// Every watched call passes here before it is made.
 Verdict Pass(const char* call, const std::string& path, bool takesSpace = false) {
     static std::atomic<int> count{0};
@@ -86,12 +97,13 @@ Verdict Pass(const char* call, const std::string& path, bool takesSpace = false)
         std::atoi(Setting("FAULTS_AT").data() == nullptr ? "0" : Setting("FAULTS_AT").data());
     static const std::string_view how = Setting("FAULTS_HOW");
     static const bool lasts = !Setting("FAULTS_LASTING").empty();
+    static const bool isMeant = IsMeant();
     if (!IsWatched(path)) return Verdict::Go;
     const int number = ++count;
     Log(call, path);
     const bool isHit = number == at || (lasts && at > 0 && number > at && takesSpace);
     if ((how == "EINTR" || how == "SHORT") && !CanBeInterrupted(call)) return Verdict::Go;
-    return isHit ? Carry(how) : Verdict::Go;
+    return isMeant && isHit ? Carry(how) : Verdict::Go;
 }
 
 int Open(int folder, const char* name, int flags, unsigned mode) {
@@ -114,6 +126,32 @@ ssize_t Move(Verdict verdict, std::size_t size, const Call& call) {
 
 int CallOn(const char* name, const std::string& path, bool takesSpace, const auto& call) {
     return Pass(name, path, takesSpace) == Verdict::Fail ? -1 : static_cast<int>(call());
+}
+
+/// Handles that are only read are closed unwatched: nothing can be lost with them.
+bool IsWritten(int handle) {
+    const long flags = syscall(SYS_fcntl, handle, F_GETFL);
+    return flags >= 0 && (flags & O_ACCMODE) != O_RDONLY;
+}
+
+int Close(int handle) {
+    const Verdict verdict = IsWritten(handle) ? Pass("close", PathOf(handle)) : Verdict::Go;
+    const int code = errno;
+    const long closed = syscall(SYS_close, handle);
+    if (verdict != Verdict::Fail) return static_cast<int>(closed);
+    errno = code;
+    return -1;
+}
+
+int LookAt(int folder, const char* name, void* status, int flags) {
+    const std::string path = name[0] == '\0' ? PathOf(folder) : PathOf(folder, name);
+    return CallOn("look", path, false, [&] { return syscall(SYS_newfstatat, folder, name, status, flags); });
+}
+
+template <typename Entry>
+Entry* Next(DIR* folder, const char* name) {
+    if (Pass("list", PathOf(dirfd(folder))) == Verdict::Fail) return nullptr;
+    return reinterpret_cast<Entry* (*)(DIR*)>(dlsym(RTLD_NEXT, name))(folder);
 }
 
 bool FillRandomly(char* letters, std::size_t count) {
@@ -182,6 +220,54 @@ ssize_t pwrite(int handle, const void* bytes, size_t size, off_t offset) {
 
 ssize_t pwrite64(int handle, const void* bytes, size_t size, off64_t offset) {
     return pwrite(handle, bytes, size, offset);
+}
+
+int close(int handle) {
+    return Close(handle);
+}
+
+int flock(int handle, int operation) {
+    return CallOn("lock", PathOf(handle), false, [&] { return syscall(SYS_flock, handle, operation); });
+}
+
+int stat(const char* name, struct stat* status) {
+    return LookAt(AT_FDCWD, name, status, 0);
+}
+
+int stat64(const char* name, struct stat64* status) {
+    return LookAt(AT_FDCWD, name, status, 0);
+}
+
+int lstat(const char* name, struct stat* status) {
+    return LookAt(AT_FDCWD, name, status, AT_SYMLINK_NOFOLLOW);
+}
+
+int lstat64(const char* name, struct stat64* status) {
+    return LookAt(AT_FDCWD, name, status, AT_SYMLINK_NOFOLLOW);
+}
+
+int fstat(int handle, struct stat* status) {
+    return LookAt(handle, "", status, AT_EMPTY_PATH);
+}
+
+int fstat64(int handle, struct stat64* status) {
+    return LookAt(handle, "", status, AT_EMPTY_PATH);
+}
+
+int fstatat(int folder, const char* name, struct stat* status, int flags) {
+    return LookAt(folder, name, status, flags);
+}
+
+int fstatat64(int folder, const char* name, struct stat64* status, int flags) {
+    return LookAt(folder, name, status, flags);
+}
+
+struct dirent* readdir(DIR* folder) {
+    return Next<struct dirent>(folder, "readdir");
+}
+
+struct dirent64* readdir64(DIR* folder) {
+    return Next<struct dirent64>(folder, "readdir64");
 }
 
 int fsync(int handle) {

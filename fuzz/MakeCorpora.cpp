@@ -184,8 +184,17 @@ ByteView PartOf(const Bytes& flash, std::uint64_t offset, std::size_t length) {
     return ByteView(flash).subspan(static_cast<std::size_t>(offset), length);
 }
 
-void AddFlash(Corpora& corpora, const std::string& name, FlashBuilder& builder) {
+/// Records of the largest size and type, and of the next type, which ends a table.
+void AddLastRecords(FlashBuilder& builder, bool isLong) {
+    for (const std::uint8_t type : {std::uint8_t{0x8F}, std::uint8_t{0x90}})
+        builder.AddRecord(isLong ? Bytes{240, 0, 64, 1, type, 0, 7, 7, 0, 0, 0, 0xA0}
+                                 : Bytes{255, 255, type, 0, 0, 0, 0, 0xA0});
+}
+
+/// A flash of five pictures, and the same one filled with records up to the last possible one and beyond.
+void AddFlash(Corpora& corpora, const std::string& name, FlashBuilder& builder, bool isLong) {
     for (int i = 0; i < 5; ++i) builder.AddDrawing(samples::DrawIcon(8 + i, 8, 1), 0x85);
+    AddLastRecords(builder, isLong);
     const Bytes flash = builder.Build();
     const auto descriptor = static_cast<std::uint32_t>(builder.DescriptorOffset());
     constexpr std::uint32_t kBehindShortest = 0x100000 - 0x8FD00;
@@ -197,6 +206,10 @@ void AddFlash(Corpora& corpora, const std::string& name, FlashBuilder& builder) 
     const auto table = static_cast<std::uint32_t>(builder.PitOffset());
     seed.Byte(0).Number32(table).Number16(100).Plain(PartOf(flash, table, 100));
     corpora.Add("Flash", name, seed);
+    constexpr std::uint32_t kRepeated = 2;
+    constexpr std::uint32_t kMoreThanAll = 0x8000;
+    seed.Byte(kRepeated).Number32(table).Number16(kMoreThanAll).Byte(23).Plain(PartOf(flash, table, 24));
+    corpora.Add("Flash", name + "-full", seed);
 }
 
 void AddFlashes(Corpora& corpora) {
@@ -204,10 +217,10 @@ void AddFlashes(Corpora& corpora) {
     FlashBuilder newer(FlashKind::NewSGold);
     FlashBuilder e71(FlashKind::NewSGoldE71);
     FlashBuilder el71(FlashKind::NewSGoldEL71);
-    AddFlash(corpora, "sgold", old);
-    AddFlash(corpora, "new-sgold", newer);
-    AddFlash(corpora, "e71", e71);
-    AddFlash(corpora, "el71", el71);
+    AddFlash(corpora, "sgold", old, false);
+    AddFlash(corpora, "new-sgold", newer, false);
+    AddFlash(corpora, "e71", e71, true);
+    AddFlash(corpora, "el71", el71, true);
 }
 
 constexpr std::string_view kPatch =

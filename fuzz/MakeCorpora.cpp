@@ -164,7 +164,7 @@ void AddPictureFiles(Corpora& corpora) {
 }
 
 void AddPngChunks(Corpora& corpora) {
-    const Bytes physical{0, 0, 11, 19, 0, 0, 11, 19, 1};
+    const Bytes physical{0, 0, 11, 19, 255, 255, 11, 19, 1};
     const Bytes background{0, 1};
     const Bytes transparency{0, 127, 255};
     Bytes chunks;

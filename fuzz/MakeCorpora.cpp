@@ -230,9 +230,15 @@ constexpr std::string_view kPatch =
     "; ##### Picture 8 #####\r\n00000018: 080008000500000000C000A0 0A000A008500000000C000A0\n\n"
     "c0020: ff 00 \n";
 
+/// Lines that a flash of 99 bytes may hold, the second one laid over the first, the last one past its end.
+constexpr std::string_view kLines =
+    "; lines\r\n0: 01020304 05060708\r\n2: 1122 3344\r\n00000020: AABB CCDD \n5f: FFFFFFFF 00000000\r\n"
+    "61: 010203 000000\r\nFFFFFFFF: 0102 0304";
+
 void AddPatches(Corpora& corpora) {
-    corpora.Add("PatchText", "sections", Seed().Byte(0).Number16(64).Byte(0xFF).Plain(kPatch));
-    corpora.Add("PatchText", "line", Seed().Byte(3).Number16(2).Byte(0x0A).Plain("0: 0A0A FFFF"));
+    corpora.Add("PatchText", "sections", Seed().Byte(0).Number16(64).Byte(0xFF).Byte(0x55).Plain(kPatch));
+    corpora.Add("PatchText", "line", Seed().Byte(3).Number16(2).Byte(0x0A).Byte(0).Plain("0: 0A0A FFFF"));
+    corpora.Add("PatchText", "held", Seed().Byte(2).Number16(99).Byte(0).Byte(0xFD).Plain(kLines));
     for (std::uint32_t kind = 0; kind < 4; ++kind) {
         Seed seed;
         seed.Byte(4).Byte(1).Byte(40).Byte(0).Byte(100).Byte(1).Byte(9).Byte(1).Byte(200);

@@ -1,10 +1,11 @@
-/// Patches as text. Every line that is read is written and read again as the same, the lines make the bytes
-/// and only the bytes that they say, and the sections give out no more data than the text holds.
+/// Patches as text. The lines that are read, and those that do not fit a flash, must be those of the plain
+/// reader; written, they are read again as the same; and the sections give out no more data than the text
+/// holds.
 
 #include "Holds.h"
 #include "Input.h"
 #include "PiecewiseSource.h"
-#include "patch/PatchReader.h"
+#include "PlainPatch.h"
 #include "patch/PatchSections.h"
 
 namespace pictavo::fuzz {
@@ -28,17 +29,23 @@ void CheckWrittenAnew(const std::vector<PatchEntry>& entries) {
     }
 }
 
-/// The flash holds the old bytes of the last line: that one must not be a mismatch.
-void CheckAgainstFlash(const std::vector<PatchEntry>& entries, const Bytes& flash) {
-    const auto mismatches = CheckPatch(entries, MemorySource(flash));
-    Holds(mismatches && mismatches->size() <= entries.size(), "each line mismatches at most once");
-    for (const PatchMismatch& mismatch : *mismatches) {
-        Holds(mismatch.found != mismatch.expected, "what mismatches differs");
-        const std::uint64_t size = flash.size();
-        const std::uint64_t there = mismatch.offset < size ? size - mismatch.offset : 0;
-        Holds(mismatch.found.size() == std::min<std::uint64_t>(there, mismatch.expected.size()),
-              "what is found lies in the flash");
+/// Of eight lines those that `held` flags have their old bytes put into the flash, as far as it reaches.
+Bytes Holding(const std::vector<PatchEntry>& entries, std::uint8_t held, Bytes flash) {
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if ((held >> i % 8 & 1) == 0) continue;
+        std::uint64_t at = entries[i].offset;
+        for (const std::uint8_t byte : entries[i].oldBytes) {
+            if (at < flash.size()) flash[static_cast<std::size_t>(at)] = byte;
+            ++at;
+        }
     }
+    return flash;
+}
+
+void CheckAgainstFlash(const std::vector<PatchEntry>& entries, const Bytes& flash, std::size_t piece) {
+    const auto mismatches = CheckPatch(entries, PiecewiseSource(flash, piece));
+    Holds(mismatches && plain::AreEqual(*mismatches, plain::MismatchesOf(entries, flash)),
+          "the lines that do not fit the flash are those of the plain comparison");
 }
 
 /// How often a text holds another one.
@@ -73,14 +80,19 @@ void CheckSections(const Bytes& patch, std::size_t piece) {
 
 void Run(Input input) {
     const std::size_t piece = PieceLength(input.Byte());
-    const Bytes flash(input.Number16(), input.Byte());
+    const std::size_t flashSize = input.Number16();
+    const std::uint8_t filling = input.Byte();
+    const std::uint8_t held = input.Byte();
     const Bytes patch = input.Rest();
     CheckSections(patch, piece);
     const auto entries = ReadPatch(PiecewiseSource(patch, piece));
-    Holds(entries || entries.error().kind == ErrorKind::Malformed, "a patch that is not read is malformed");
-    if (!entries) return;
+    const auto expected = plain::EntriesOf(AsText(patch));
+    Holds(entries.has_value() == expected.has_value(), "a patch is refused when the plain reader refuses it");
+    if (!entries)
+        return Holds(entries.error().kind == ErrorKind::Malformed, "a patch that is not read is malformed");
+    Holds(plain::AreEqual(*entries, *expected), "the lines are those of the plain reader");
     CheckWrittenAnew(*entries);
-    CheckAgainstFlash(*entries, flash);
+    CheckAgainstFlash(*entries, Holding(*entries, held, Bytes(flashSize, filling)), piece);
 }
 
 }  // namespace

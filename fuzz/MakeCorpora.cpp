@@ -244,8 +244,9 @@ void AddPatches(Corpora& corpora) {
         seed.Byte(4).Byte(1).Byte(40).Byte(0).Byte(100).Byte(1).Byte(9).Byte(1).Byte(200);
         seed.Number16(0x120).Text("PIXELS").Byte(kind).Text("SIEMENS").Number16(0x100).Text("NEWPIXELS");
         for (std::uint32_t row = 0; row < 4; ++row) {
+            const std::uint32_t length = 18 + 30 * row;
             seed.Number16(16 * row).Number16(0x40 + 48 * row).Number16(48).Byte(0x85).Byte(8).Byte(8);
-            seed.Number16(20 + 30 * row).Plain(std::string(20 + 30 * row, static_cast<char>('a' + row)));
+            seed.Number16(length - 1).Plain(std::string(length, static_cast<char>('a' + row)));
         }
         corpora.Add("PatchApply", std::to_string(kind), seed);
     }

@@ -1,17 +1,17 @@
-/// The road of replaced pictures: planned, written as a patch, read and applied. The patched flash must hold
-/// the new record and the new picture of each section that was placed, and every other byte as it was.
+/// The road of replaced pictures: planned, written as a patch, read and applied. Each row must be placed
+/// where the plain planner places it, with the lines that say so; and the patched flash must hold the new
+/// record and the new picture of each row that is written, and every other byte as it was.
 
-#include <cstring>
 #include <fstream>
 #include <iterator>
 
 #include "Holds.h"
 #include "Input.h"
+#include "PlainPlan.h"
 #include "ScratchFolder.h"
 #include "core/OutputFile.h"
 #include "patch/PatchReader.h"
 #include "patch/PatchWriter.h"
-#include "patch/PitRecord.h"
 #include "patch/PngPatch.h"
 
 namespace pictavo::fuzz {
@@ -57,81 +57,101 @@ FullflashImage Phone(Input& input, const Bytes& bytes) {
     return flash;
 }
 
-ReplacedRow RowFrom(Input& input, int number) {
+/// A replaced row, and the data of its new picture.
+struct Row {
+    ReplacedRow row;
+    Bytes data;
+};
+
+/// A work file that ends before its picture does is filled up with zeros.
+Row RowFrom(Input& input, int number) {
     PictureRecord record{.number = number};
     record.pitOffset = input.Number16();
     record.picOffset = input.Number16();
-    ReplacedRow row{record, input.Number16(), std::nullopt};
+    Row row{{record, input.Number16(), std::nullopt}, {}};
     const std::uint8_t kind = input.Byte();
     if (kind == 0) return row;
     const GpfHeader header{input.Byte(), input.Byte(), kind, static_cast<std::uint16_t>(number), true};
-    const std::size_t length = input.Number16() % 2000;
-    const Bytes stored = input.Take(length);
+    const std::size_t length = 1U + input.Number16() % 2000U;
+    row.data = input.Take(length);
     const auto path = Scratch() / (std::to_string(number) + ".gpf2");
-    WriteScratch(path, ComposeGpf(header, stored));
-    row.picture = NewPicture{path, header, stored.size()};
+    WriteScratch(path, ComposeGpf(header, row.data));
+    row.data.resize(length);
+    row.row.picture = NewPicture{path, header, length};
     return row;
 }
 
-bool IsErased(const Bytes& flash, std::uint64_t offset, std::uint64_t length) {
-    if (offset > flash.size() || length > flash.size() - offset) return false;
-    const auto begin = flash.begin() + static_cast<std::ptrdiff_t>(offset);
-    return std::all_of(begin, begin + static_cast<std::ptrdiff_t>(length),
-                       [](std::uint8_t byte) { return byte == 0xFF; });
-}
-
-/// The flash as it must come out, section after section.
+/// The flash as it must come out, and the text that makes it so, section after section.
 class Expected {
   public:
-    Expected(const FullflashImage& flash, const Bytes& bytes) : flash_(flash), old_(bytes), bytes_(bytes) {}
+    Expected(const FullflashImage& flash, const Bytes& bytes)
+        : isLong_(flash.NewSGold && flash.mModel == "E71"), old_(bytes), bytes_(bytes) {}
 
-    void Take(const PatchSection& section) {
-        if (!section.IsWritten()) return;
-        const NewPicture& picture = *section.row.picture;
-        Bytes file = ReadScratch(picture.workFile);
-        const auto length = static_cast<std::size_t>(picture.length);
-        if (section.placement == Placement::Moved) CheckPlace(section.offset, length);
-        const std::size_t record = RecordSize(flash_);
-        StoredAddress address = StoredAddressOf(section.offset);
-        if (section.placement == Placement::InPlace)
-            std::memcpy(address.data(), &old_[section.row.record.pitOffset + record - 4], address.size());
-        Put(section.row.record.pitOffset, ComposePitRecord(flash_, picture.header, address));
-        Put(section.offset, ByteView(file).subspan(kGpfHeaderSize, length));
+    void Take(const Row& row, const plain::Place& place) {
+        text_ += "\r\n; ##### Picture 000" + std::to_string(row.row.record.number) + " #####\r\n";
+        if (!plain::IsWritten(place)) return;
+        const std::uint64_t at = row.row.record.pitOffset;
+        const Bytes record =
+            plain::RecordOf(row.row.picture->header, PhoneAddress(row.row.record, place), isLong_);
+        text_ += plain::PatchLinesOf(old_, at, record) + "\r\n" +
+                 plain::PatchLinesOf(old_, place.offset, row.data);
+        Put(at, record);
+        Put(place.offset, row.data);
     }
 
     void Put(std::uint64_t offset, ByteView bytes) {
         Holds(offset <= bytes_.size() && bytes.size() <= bytes_.size() - offset,
               "what is written lies in the flash");
         std::copy(bytes.begin(), bytes.end(), bytes_.begin() + static_cast<std::ptrdiff_t>(offset));
-        written_.push_back({offset, offset + bytes.size()});
     }
 
+    std::size_t RecordSize() const { return isLong_ ? 12 : 8; }
     const Bytes& Flash() const { return bytes_; }
+    const std::string& Text() const { return text_; }
 
   private:
-    /// A moved picture goes where flash is free, behind where the search began, and under no other section.
-    void CheckPlace(std::uint64_t offset, std::size_t length) const {
-        Holds(offset >= flash_.FreeSearchOffset, "a picture is moved behind the start of the search");
-        Holds(IsErased(old_, offset, length), "a picture is moved to erased flash");
-        for (const FileRange& range : written_)
-            Holds(!range.Touches({offset, offset + length}), "a picture is moved to where no other goes");
+    /// That of the old record, unless the picture is moved.
+    std::uint64_t PhoneAddress(const PictureRecord& record, const plain::Place& place) const {
+        if (place.placement == Placement::Moved) return 0xA0000000 + place.offset;
+        std::uint64_t address = 0;
+        for (std::size_t i = RecordSize(); i > RecordSize() - 4; --i)
+            address = address << 8 | old_[record.pitOffset + i - 1];
+        return address;
     }
 
-    const FullflashImage& flash_;
+    bool isLong_;
     const Bytes& old_;
     Bytes bytes_;
-    std::vector<FileRange> written_;
+    std::string text_;
 };
 
-/// The text of the sections, and the flash that they make.
-std::string WriteSections(const FullflashImage& flash, const PatchPlan& plan, Expected& expected) {
+std::vector<ReplacedRow> WithoutData(const std::vector<Row>& rows) {
+    std::vector<ReplacedRow> replaced;
+    for (const Row& row : rows) replaced.push_back(row.row);
+    return replaced;
+}
+
+/// Plans the rows plainly, and takes them all into `expected`.
+void CheckPlan(const PatchPlan& plan, const std::vector<Row>& rows, plain::Planner& planner,
+               Expected& expected) {
+    const std::vector<plain::Place> places = planner.Plan(WithoutData(rows));
+    Holds(plan.sections.size() == rows.size(), "each row has its section");
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        Holds(plan.sections[i].placement == places[i].placement, "a row is placed as the plain planner says");
+        Holds(!plain::IsWritten(places[i]) || plan.sections[i].offset == places[i].offset,
+              "a row is placed where the plain planner says");
+        expected.Take(rows[i], places[i]);
+    }
+    Holds(plan.freeSearchOffset == planner.Next(), "the next search begins behind the last place");
+}
+
+/// The text of the sections, without the banner.
+std::string WriteSections(const FullflashImage& flash, const PatchPlan& plan) {
     const auto path = Scratch() / "patch.vkp";
     auto file = OutputFile::Create(path);
-    Holds(file && file->Write(AsBytes(PatchBanner(flash))), "a patch can be begun");
-    for (const PatchSection& section : plan.sections) {
+    Holds(file.has_value(), "a patch can be begun");
+    for (const PatchSection& section : plan.sections)
         Holds(WritePatchSection(flash, section, *file).has_value(), "what was placed can be written");
-        expected.Take(section);
-    }
     Holds(file->Commit(CommitMode::Replace).has_value(), "a patch can be finished");
     const Bytes text = ReadScratch(path);
     return std::string(AsText(text));
@@ -184,14 +204,18 @@ void Run(Input input) {
     const bool hasPng = place && CheckPngFits(*flash.source, *place, png.size());
     std::vector<FileRange> pngRanges;
     if (hasPng) pngRanges.push_back(PngSectionRange(*place, png.size()));
-    std::vector<ReplacedRow> rows;
+    std::vector<Row> rows;
     for (int number = 0; number < 8 && !input.IsUsedUp(); ++number) rows.push_back(RowFrom(input, number));
-    const auto plan = PlanPatch(flash, rows, pngRanges);
-    Holds(plan && plan->sections.size() == rows.size(), "each row has its section");
+    const auto plan = PlanPatch(flash, WithoutData(rows), pngRanges);
+    Holds(plan.has_value(), "memory can be read");
     Expected expected(flash, bytes);
-    std::string patch = WriteSections(flash, *plan, expected);
+    plain::Planner planner(bytes, expected.RecordSize(), flash.FreeSearchOffset);
+    for (const FileRange& range : pngRanges) planner.PutPng(range);
+    CheckPlan(*plan, rows, planner, expected);
+    std::string patch = WriteSections(flash, *plan);
+    Holds(patch == expected.Text(), "the sections are the plain ones");
     if (hasPng) patch += WritePngSection(flash, *place, png, expected);
-    CheckApplied(patch, flash, expected.Flash());
+    CheckApplied(PatchBanner(flash) + patch, flash, expected.Flash());
 }
 
 }  // namespace

@@ -1,11 +1,10 @@
-/// Loading of GPF and GPF2 files. A file that loads, written anew from its header and its picture's bytes,
-/// loads again as the same picture.
+/// Loading of GPF and GPF2 files. What loads, and what is refused, must be what the plain reader gives; a
+/// file that loads, written anew from its header and its picture's bytes, loads again as the same picture.
 
 #include "Holds.h"
 #include "Input.h"
 #include "PiecewiseSource.h"
-#include "Rasters.h"
-#include "codec/GPFcodec.h"
+#include "PlainGpf.h"
 
 namespace pictavo::fuzz {
 namespace {
@@ -42,19 +41,50 @@ void CheckWrittenAnew(const Bytes& file, const LoadedGpf& loaded, const Picture&
     Holds(ShowTheSame(picture, again), "its picture is that of the first file");
 }
 
+/// The picture is as the plain decoder leaves it, and as long.
+void CheckLoaded(const Bytes& file, const LoadedGpf& loaded, const Picture& picture, std::uint64_t end) {
+    const PictureFormat format = plain::FormatOf(loaded.header);
+    const std::uint64_t consumed = loaded.decoded.consumed;
+    Holds(kGpfHeaderSize + consumed == end, "its length is that of the plain decoder");
+    Holds(picture.width == format.width && picture.height == format.height &&
+              picture.bitDepth == format.bitDepth && picture.RasterHasAlpha == (format.bitDepth == 24),
+          "the picture is what the header says");
+    Holds(InformationLine("1", GpfPictureFormat(loaded.header), consumed) == plain::LineOf(format, consumed),
+          "a picture has its line");
+    Holds(!loaded.decoded.complete || end <= file.size(), "a complete picture lies in its file");
+    Holds(loaded.decoded.complete || end >= file.size(), "a picture that is not complete meets the end");
+}
+
+/// Decodes plainly, and demands the same of what was loaded.
+void CheckPicture(const Bytes& file, const GpfHeader& header, const Result<LoadedGpf>& loaded,
+                  const Picture& picture) {
+    const PictureFormat format = plain::FormatOf(header);
+    if (format.bitDepth == 0)
+        return Holds(!loaded && loaded.error().kind == ErrorKind::BadBitDepth, "an unknown type is refused");
+    static Raster expected;
+    Clear(expected);
+    tests::plain::Decoder decoder(file, kGpfHeaderSize, plain::Bounded(format), expected);
+    const bool fits = plain::DecodeInto(decoder, format);
+    Holds(SameCells(picture.raster, expected), "the pixels are those of the plain decoder");
+    Holds(loaded.has_value() == fits, "a picture of a known type that fits loads, and no other");
+    if (!loaded)
+        return Holds(loaded.error().kind == ErrorKind::TooLarge, "a picture that does not fit is too large");
+    Holds(AreEqual(loaded->header, header), "the header is that of the file");
+    CheckLoaded(file, *loaded, picture, decoder.Position());
+}
+
 void Run(Input input) {
     const std::size_t piece = PieceLength(input.Byte());
     const Bytes file = input.Rest();
     static Picture kept;
     Picture& picture = Renewed(kept);
     const auto loaded = LoadGpf(PiecewiseSource(file, piece), picture);
-    if (!loaded) return;
-    const PictureFormat format = GpfPictureFormat(loaded->header);
-    Holds(!InformationLine("1", format, loaded->decoded.consumed).empty(), "a picture has its line");
-    const std::uint64_t end = kGpfHeaderSize + loaded->decoded.consumed;
-    Holds(!loaded->decoded.complete || end <= file.size(), "a complete picture lies in its file");
-    Holds(loaded->decoded.complete || end >= file.size(), "a picture that is not complete meets the end");
-    if (loaded->decoded.complete) CheckWrittenAnew(file, *loaded, picture);
+    const auto header = plain::HeaderOf(file);
+    if (!header)
+        return Holds(!loaded && loaded.error().kind == header.error().kind,
+                     "a bad header is refused as what it is");
+    CheckPicture(file, *header, loaded, picture);
+    if (loaded && loaded->decoded.complete) CheckWrittenAnew(file, *loaded, picture);
 }
 
 }  // namespace

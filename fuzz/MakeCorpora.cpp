@@ -11,6 +11,7 @@
 #include "samples/FileMakers.h"
 #include "samples/FlashBuilder.h"
 #include "samples/PictureEncoders.h"
+#include "tests/config/LanguageKeys.h"
 
 namespace pictavo::fuzz {
 namespace {
@@ -275,6 +276,34 @@ void AddContainers(Corpora& corpora) {
     corpora.Add("Carve", "xml", Seed().Byte(128).Byte(0).Plain(samples::MakeXml(1)).Plain(Bytes{' ', 0}));
 }
 
+/// Every byte of an 8-bit character set that can stand in a line.
+std::string HighBytes() {
+    std::string bytes;
+    for (int byte = 0x80; byte <= 0xFF; ++byte) bytes.push_back(static_cast<char>(byte));
+    return bytes;
+}
+
+/// A line of each key; every character of the 8-bit sets; and lines of as many characters as there may be,
+/// and of one more.
+void AddLanguages(Corpora& corpora) {
+    corpora.Add("Language", "utf-8",
+                Seed().Byte(0).Byte(0).Plain("\xEF\xBB\xBFstr_Succes=\xD0\x94\xD0\xB0\r\nstr_all=all\r\n"
+                                             "cap_mnTsf=Find\r\nstr_PlSel=Pick\r\ncap_mnSBMP=Save\r\n"));
+    corpora.Add("Language", "marks", Seed().Byte(0).Byte(0).Plain("str_save=1\n\xEF\xBB\xBFstr_save=2\n"));
+    for (const std::uint32_t set : {0U, 1U})
+        corpora.Add("Language", "code-page" + std::to_string(set),
+                    Seed().Byte(3).Byte(set).Plain("str_Succes=" + HighBytes() + "\nstr_Def=\xFF\n"));
+    Seed keys;
+    keys.Byte(0).Byte(0);
+    for (const tests::ExpectedKey& key : tests::ExpectedKeys())
+        keys.Plain(key.name + "=" + key.name + " text\n");
+    corpora.Add("Language", "keys", keys);
+    std::string longest = "\xEF\xBB\xBFstr_AdZ=";
+    for (int i = 8; i < 255; ++i) longest += "\xD0\x94";
+    corpora.Add("Language", "longest", Seed().Byte(0).Byte(0).Plain(longest + "\r\nstr_HfN=1"));
+    corpora.Add("Language", "too-long", Seed().Byte(0).Byte(0).Plain(longest + ".\r\nstr_HfN=1"));
+}
+
 void AddTexts(Corpora& corpora) {
     corpora.Add(
         "Settings", "file",
@@ -291,10 +320,6 @@ void AddTexts(Corpora& corpora) {
         .Number32(0x01010001)
         .Byte(1);
     corpora.Add("Settings", "members", members.Byte(3).Text("a.bin").Text("b\n.bin").Text("a.bin"));
-    corpora.Add("Language", "utf-8",
-                Seed().Byte(0).Byte(0).Plain("\xEF\xBB\xBFstr_Succes=\xD0\x94\xD0\xB0\r\nstr_all=all\r\n"
-                                             "cap_mnTsf=Find\r\nstr_PlSel=Pick\r\ncap_mnSBMP=Save\r\n"));
-    corpora.Add("Language", "code-page", Seed().Byte(3).Byte(1).Plain("str_Succes=\xC4\xE0\nstr_Def=\xFF\n"));
     corpora.Add("CommandLine", "line", Seed().Byte(0).Plain("\"C:\\my files\\a.bin\" b.gpf  \"c d.gpf2\" "));
     corpora.Add("CommandLine", "names", Seed().Byte(1).Text("my file.bin").Text("").Text(" b.gpf"));
     Seed arguments;
@@ -319,6 +344,7 @@ bool MakeCorpora(const std::filesystem::path& folder) {
     AddPatches(corpora);
     AddContainers(corpora);
     AddTexts(corpora);
+    AddLanguages(corpora);
     return corpora.AreWritten();
 }
 

@@ -122,6 +122,11 @@ void AddGpf(Corpora& corpora, const Sketch& sketch, std::uint8_t type) {
     }
 }
 
+/// The largest picture there can be.
+Sketch Whole() {
+    return {"whole", samples::DrawGradient(kMostWidth, kMostHeight, 6)};
+}
+
 void AddPhonePictures(Corpora& corpora) {
     for (const Sketch& sketch : Sketches()) {
         for (const std::uint8_t type : samples::kTypeCodes) {
@@ -129,10 +134,23 @@ void AddPhonePictures(Corpora& corpora) {
             AddGpf(corpora, sketch, type);
         }
     }
+    for (const std::uint8_t type : {kType24Bit, kType24BitCompressed}) AddDecode(corpora, Whole(), type);
+    AddGpf(corpora, Whole(), kType24Bit);
+}
+
+/// The largest picture there can be, and the row below it, of stretches of one pixel.
+void AddWholeEncode(Corpora& corpora, std::uint32_t type) {
+    constexpr std::uint32_t kHighAs320 = 0xF13F;
+    Seed seed;
+    seed.Byte(type).Byte(kMostWidth - 1).Number16(kHighAs320).Byte(type).Byte(2);
+    for (std::uint32_t i = 0; i < 12; ++i) seed.Byte(i * 41);
+    for (std::uint32_t i = 0; i < kMostWidth * (kMostHeight + 1); ++i) seed.Byte(1 + i / 3 % 7);
+    corpora.Add("Encode", std::to_string(type) + "whole", seed);
 }
 
 /// A picture to encode: size, alpha, colours, and stretches of them.
 void AddEncode(Corpora& corpora) {
+    for (const std::uint32_t type : {3U, 6U}) AddWholeEncode(corpora, type);
     for (std::uint32_t type = 0; type < 7; ++type) {
         for (const std::uint32_t width : {1U, 8U, 130U}) {
             Seed seed;
@@ -158,6 +176,9 @@ void AddPictureFiles(Corpora& corpora) {
             corpora.Add("PngInfo", name + std::to_string(static_cast<int>(colour)),
                         Seed().Byte(0).Number16(0xFFFF).Plain(samples::MakePng(sketch.drawing, colour)));
     }
+    for (const int bits : {24, 32})
+        corpora.Add("Picture", "whole" + std::to_string(bits),
+                    Seed().Byte(0).Plain(samples::MakeBmp(Whole().drawing, bits, false)));
     constexpr std::array<std::uint8_t, 35> kJpeg{0xFF, 0xD8, 0xFF, 0xE0, 0, 4,  1,  2, 0xFF, 0xFF, 0xC0, 0,
                                                  11,   8,    0,    16,   0, 24, 1,  1, 0x11, 0,    0xFF, 0xDA,
                                                  0,    8,    1,    1,    0, 0,  63, 0, 0x5A, 0xFF, 0xD9};

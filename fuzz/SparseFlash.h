@@ -35,8 +35,11 @@ class SparseFlash final : public ByteSource {
 
     /// The byte at `offset`; 0 past the end.
     std::uint8_t At(std::uint64_t offset) const {
-        const auto view = ViewAt(offset);
-        return view->empty() ? std::uint8_t{0} : view->front();
+        if (offset >= size_) return 0;
+        for (auto piece = pieces_.rbegin(); piece != pieces_.rend(); ++piece)
+            if (offset >= piece->offset && offset - piece->offset < piece->bytes.size())
+                return piece->bytes[static_cast<std::size_t>(offset - piece->offset)];
+        return 0xFF;
     }
 
   private:

@@ -10,8 +10,6 @@
 #include "core/PathText.h"
 #include "shell/Shell_.h"
 
-extern char** environ;
-
 namespace pictavo {
 
 namespace {

@@ -113,13 +113,12 @@ void Form1::Open(const Command& command) {
 
 void Form1::OpenAll(const std::vector<std::string>& names) {
     bool isFlashLast = false;
-    const Outcome outcome = Perform([&](Session& session, Ports& ports) {
-        return OpenNames(session, ports, names, [&](FileKind opened) {
-            RefreshAll();
-            if (opened != FileKind::Unknown) isFlashLast = opened == FileKind::Fullflash;
-        });
-    });
-    Conclude(outcome, isFlashLast);
+    const auto note = [&](FileKind opened) {
+        RefreshAll();
+        if (opened != FileKind::Unknown) isFlashLast = opened == FileKind::Fullflash;
+    };
+    const auto open = [&](Session& session, Ports& ports) { return OpenNames(session, ports, names, note); };
+    Conclude(Perform(open), isFlashLast);
 }
 
 void Form1::closeEvent(QCloseEvent* event) {

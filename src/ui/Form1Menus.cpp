@@ -197,12 +197,11 @@ void Form1::AddDepthMenu(QMenu& menu, const QString& name, const QString& captio
 void Form1::MakePicturesPopup() {
     picturesPopup_ = &AddPopup(*this, "mnu_PopupPictures");
     AddDepthMenu(*picturesPopup_, "mnu_PopupPictures_Load", "Load picture", ReplacePicture);
-    AddDepthMenu(
-        *picturesPopup_, "mnu_PopupPictures_Loads", "Load pictures",
-        [](Session& session, Ports& ports, std::size_t, std::uint8_t type) {
-            return ReplacePictures(session, ports, type);
-        },
-        &Form1::RunOverRows);
+    const auto replaceAll = [](Session& session, Ports& ports, std::size_t /*row*/, std::uint8_t type) {
+        return ReplacePictures(session, ports, type);
+    };
+    AddDepthMenu(*picturesPopup_, "mnu_PopupPictures_Loads", "Load pictures", replaceAll,
+                 &Form1::RunOverRows);
     picturesPopup_->addSeparator();
     AddDepthMenu(*picturesPopup_, "mnu_PopupPictures_SaveAsGPF", "Save as GPF", SaveShownAsGpf);
     AddCommand(*picturesPopup_, "mnu_PopupPictures_SaveAsGPFs", "Save as GPFs", SaveAsGpfs,

@@ -118,7 +118,8 @@ void Form1::OpenAll(const std::vector<std::string>& names) {
         if (opened != FileKind::Unknown) isFlashLast = opened == FileKind::Fullflash;
     };
     const auto open = [&](Session& session, Ports& ports) { return OpenNames(session, ports, names, note); };
-    Conclude(Perform(open), isFlashLast);
+    const Outcome outcome = Perform(open);  // which sets isFlashLast
+    Conclude(outcome, isFlashLast);
 }
 
 void Form1::closeEvent(QCloseEvent* event) {

@@ -37,7 +37,7 @@ Result<std::optional<CommitMode>> AskTarget(const Session& session, Ports& ports
     if (isWorkFile)
         return Fail(ErrorKind::OutputIsInput, path, "is the name of a temporary file of this program");
     const file_type type = system_file::TypeOfName(path);
-    if (type == file_type::none || type == file_type::not_found)  // else the writing tells
+    if (type == file_type::none || type == file_type::not_found)  // of none the writing tells why
         return std::optional(CommitMode::KeepExisting);
     PICTAVO_TRY(CheckReplaceable(path, type));
     PICTAVO_TRY(CheckIsNoInput(session, path, inputs));

@@ -7,7 +7,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "core/PathText.h"
 #include "shell/Shell_.h"
 
 namespace pictavo {

@@ -159,6 +159,7 @@ int TimeBmps(const char* flash, const char* folder) {
     Window window(temporary.path());
     window.Open(flash);
     window.prompts.folder = folder;
+    QApplication::processEvents();  // the window itself is painted before the command starts
     std::printf("%f\n", MillisecondsEach(1, [&] { window.Trigger("mnu_PopupPictures_SaveAsBMPs"); }));
     return 0;
 }

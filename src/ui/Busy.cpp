@@ -47,8 +47,10 @@ bool AsksTheUser() {
 }  // namespace
 
 bool Busy::At(double percent) {
-    bar_.setValue(static_cast<int>(percent));
-    if (sinceYield_.elapsed() >= kYieldMilliseconds) {
+    const bool isTimeToYield = sinceYield_.elapsed() >= kYieldMilliseconds;
+    // A bar that is seen paints each value at once, which is too much for every picture.
+    if (isTimeToYield || percent >= 100) bar_.setValue(static_cast<int>(percent));
+    if (isTimeToYield) {
         bar_.show();  // not for work that is over before the eye has seen it
         QCoreApplication::processEvents();
         sinceYield_.restart();

@@ -1,9 +1,12 @@
 #include "session/SaveAllPictures.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "codec/Bitmap.h"
 #include "codec/GPFcodec.h"
 #include "core/NoOtherValue.h"
-#include "core/OutputFile.h"
+#include "core/WriteBehind.h"
 #include "session/Messages.h"
 #include "session/Names.h"
 #include "session/PngConverter.h"
@@ -16,6 +19,9 @@
 namespace pictavo {
 
 namespace {
+
+/// Where a problem of no row, the stop of the batch, is told.
+constexpr int kBehindAllRows = std::numeric_limits<int>::max();
 
 std::string ExtensionOf(BatchFormat format) {
     switch (format) {
@@ -74,42 +80,63 @@ Result<Bytes> ComposeFile(const Session& session, Ports& ports, std::size_t inde
     NoOtherValue();
 }
 
-/// Writes the row's file, unless its overwrite is declined; how many files were written.
-Result<std::size_t> SaveRow(Session& session, Ports& ports, std::size_t index, BatchFormat format,
-                            TargetFolder& folder) {
-    const std::string name = NumberName(session.settings, session.rows[index].number) + ExtensionOf(format);
-    PICTAVO_TRY(const auto mode, folder.Ask(session, ports, name));
-    if (!mode) return 0U;
-    PICTAVO_TRY(const Bytes file, ComposeFile(session, ports, index, format));
-    PICTAVO_TRY(WriteWholeFile(folder.PathOf(name), file, *mode));
-    return 1U;
+/// A batch at work: the files made so far are written while the next ones are made.
+struct Batch {
+    BatchFormat format;
+    TargetFolder folder;
+    WriteBehind files;
+    std::vector<int> numbers;  // of the pictures in `files`
+    Outcome outcome;
+};
+
+/// Makes the row's file, unless its overwrite is declined.
+Status SaveRow(Session& session, Ports& ports, std::size_t index, Batch& batch) {
+    const int number = session.rows[index].number;
+    const std::string name = NumberName(session.settings, number) + ExtensionOf(batch.format);
+    PICTAVO_TRY(const auto mode, batch.folder.Ask(session, ports, name));
+    if (!mode) return {};
+    PICTAVO_TRY(Bytes bytes, ComposeFile(session, ports, index, batch.format));
+    batch.files.Add({batch.folder.PathOf(name), std::move(bytes), *mode});
+    batch.numbers.push_back(number);
+    return {};
 }
 
-void SaveRowInto(Session& session, Ports& ports, std::size_t index, BatchFormat format, TargetFolder& folder,
-                 Outcome& outcome) {
-    const int number = session.rows[index].number;
-    const auto note = [&](const Error& error) { outcome.problems.push_back({error, number}); };
+void ShowAndSaveRow(Session& session, Ports& ports, std::size_t index, Batch& batch) {
+    const auto note = [&](const Error& error) {
+        batch.outcome.problems.push_back({error, session.rows[index].number});
+    };
     if (const Status shown = ShowRow(session, index); !shown) return note(shown.error());
     const auto incomplete = IncompleteError(session.shown, session.flash.source->Path());
     if (incomplete) note(*incomplete);
-    const auto written = SaveRow(session, ports, index, format, folder);
-    if (!written) return note(written.error());
-    outcome.written += *written;
+    if (const Status saved = SaveRow(session, ports, index, batch); !saved) note(saved.error());
 }
 
 bool IsMeant(const SaveRequest& request, int number) {
     return !request.numbers || request.numbers->contains(number);
 }
 
-/// All rows that are meant, until the user stops it.
-Outcome SaveRows(Session& session, Ports& ports, const SaveRequest& request, TargetFolder& folder) {
-    Outcome outcome;
-    for (std::size_t index = 0; index < session.rows.size(); ++index) {
-        if (IsMeant(request, session.rows[index].number))
-            SaveRowInto(session, ports, index, request.format, folder, outcome);
-        if (!GoOn(ports, index + 1, session.rows.size(), outcome)) break;
+/// Waits for the files, and tells of those that could not be written where their rows stand.
+void FinishFiles(Batch& batch) {
+    const std::vector<Status> ends = batch.files.Finish();
+    std::vector<Problem>& problems = batch.outcome.problems;
+    for (std::size_t i = 0; i < ends.size(); ++i) {
+        if (ends[i])
+            ++batch.outcome.written;
+        else
+            problems.push_back({ends[i].error(), batch.numbers[i]});
     }
-    return outcome;
+    const auto row = [](const Problem& problem) { return problem.number.value_or(kBehindAllRows); };
+    std::stable_sort(problems.begin(), problems.end(),
+                     [&](const Problem& one, const Problem& other) { return row(one) < row(other); });
+}
+
+/// All rows that are meant, until the user stops it.
+void SaveRows(Session& session, Ports& ports, const SaveRequest& request, Batch& batch) {
+    for (std::size_t index = 0; index < session.rows.size(); ++index) {
+        if (IsMeant(request, session.rows[index].number)) ShowAndSaveRow(session, ports, index, batch);
+        if (!GoOn(ports, index + 1, session.rows.size(), batch.outcome)) break;
+    }
+    FinishFiles(batch);
 }
 
 }  // namespace
@@ -120,8 +147,10 @@ Outcome SavePictures(Session& session, Ports& ports, const SaveRequest& request)
             return Refuse(session, ports, converter.error());
     auto folder = TargetFolder::Open(request.folder);
     if (!folder) return Refuse(session, ports, folder.error());
-    Outcome outcome = SaveRows(session, ports, request, *folder);
+    Batch batch{request.format, std::move(*folder), {}, {}, {}};
+    SaveRows(session, ports, request, batch);
     if (request.format == BatchFormat::Png) RemovePngTemporaries(session);
+    Outcome outcome = std::move(batch.outcome);
     outcome.note = FilesWrittenText(outcome.written);
     TellBatchEnd(session, ports, outcome);
     return outcome;

@@ -220,6 +220,38 @@ TEST_F(SaveAllPicturesTest, APictureThatCanNotBeDecodedGivesNoFileAndTheOthersGo
               (std::vector<std::string>{"0.bmp", "0.gpf", "0.gpf2", "2.bmp", "2.gpf", "2.gpf2"}));
 }
 
+TEST_F(SaveAllPicturesTest, FilesThatCanNotBeWrittenAreToldWhereTheirRowsStandAndTheStopIsLast) {
+    PICTAVO_NEEDS_POSIX("full disks");
+    OpenWithOneUndecodable();
+    scripted.progress.stopAfter = scripted.progress.percents.size() + 3;
+    Outcome outcome;
+    {
+        const FileSizeLimit full(50);
+        outcome = Save(BatchFormat::Bmp);
+    }
+    ASSERT_EQ(outcome.problems.size(), 4U);
+    EXPECT_EQ(outcome.problems[0].number, 0);
+    EXPECT_EQ(outcome.problems[0].error.kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(outcome.problems[1].number, 1);
+    EXPECT_EQ(outcome.problems[1].error.kind, ErrorKind::TooLarge);
+    EXPECT_EQ(outcome.problems[2].number, 2);
+    EXPECT_EQ(outcome.problems[2].error.kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(outcome.problems[3].error.kind, ErrorKind::Stopped);
+    EXPECT_EQ(outcome.written, 0U);
+}
+
+TEST_F(SaveAllPicturesTest, EachOfManyLargeFilesIsThatOfItsPicture) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    for (std::uint32_t i = 0; i < 12; ++i) flash.AddDrawing(samples::DrawIcon(132, 176, i + 1), 0x88);
+    Open(flash);
+    EXPECT_EQ(Save(BatchFormat::Bmp).written, 12U);
+    for (std::size_t row = 0; row < 12; ++row) {
+        ASSERT_TRUE(ShowRow(session, row));
+        EXPECT_EQ(ReadFile(out / (std::to_string(row) + ".bmp")), ComposeBitmap(session.picture, false))
+            << row;
+    }
+}
+
 TEST_F(SaveAllPicturesTest, OneBoxNamesWhatWasPassedOverByNumberAndFile) {
     OpenWithOneUndecodable();
     Save(BatchFormat::Bmp);

@@ -4,15 +4,13 @@ namespace pictavo::cli {
 
 namespace {
 
-/// The texts of a line's columns, parted by TABs; `text` gives each.
+/// Appends the texts of a line's columns, parted by TABs; `text` gives each.
 template <typename Text>
-std::string Line(Text text) {
-    std::string line;
+void AppendLine(Text text, std::string& lines) {
     for (const Column column : kColumns) {
-        if (!line.empty()) line += '\t';
-        line += text(column);
+        lines += text(column);
+        lines += column == kColumns.back() ? '\n' : '\t';
     }
-    return line + '\n';
 }
 
 class ListCommand final : public FlashReport {
@@ -21,9 +19,10 @@ class ListCommand final : public FlashReport {
 
   private:
     std::string Lines(const Session& session) const override {
-        std::string lines = Line([](Column column) { return ColumnName(column); });
+        std::string lines;
+        AppendLine(ColumnName, lines);
         for (const PictureRecord& row : session.rows)
-            lines += Line([&](Column column) { return ColumnText(row, column); });
+            AppendLine([&](Column column) { return ColumnText(row, column); }, lines);
         return lines;
     }
 

@@ -22,15 +22,20 @@ TerminalProgress::~TerminalProgress() {
 
 bool TerminalProgress::At(double percent) {
     const int whole = static_cast<int>(std::clamp(percent, 0.0, 100.0));
-    const bool isLong = std::chrono::steady_clock::now() - start_ > kPatience;
-    if (isTerminal_ && isLong && whole != drawnPercent_) {
-        const auto filled = static_cast<std::size_t>(whole * kBarWidth / 100);
-        err_ << "\r[" << std::string(filled, '#') << std::string(kBarWidth - filled, ' ') << "] " << whole
-             << '%' << std::flush;
-        drawnPercent_ = whole;
-        isDrawn_ = true;
-    }
+    if (isTerminal_ && whole != drawnPercent_ && IsLong()) Draw(whole);
     return !WasInterrupted();
+}
+
+bool TerminalProgress::IsLong() const {
+    return std::chrono::steady_clock::now() - start_ > kPatience;
+}
+
+void TerminalProgress::Draw(int percent) {
+    const auto filled = static_cast<std::size_t>(percent * kBarWidth / 100);
+    err_ << "\r[" << std::string(filled, '#') << std::string(kBarWidth - filled, ' ') << "] " << percent
+         << '%' << std::flush;
+    drawnPercent_ = percent;
+    isDrawn_ = true;
 }
 
 }  // namespace pictavo::cli

@@ -19,6 +19,9 @@ class TerminalProgress final : public Progress {
     bool At(double percent) override;
 
   private:
+    bool IsLong() const;
+    void Draw(int percent);
+
     std::ostream& err_;
     bool isTerminal_;
     bool isDrawn_ = false;

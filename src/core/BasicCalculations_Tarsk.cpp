@@ -45,16 +45,16 @@ std::uint8_t PairValue(std::string_view pair) {
 }  // namespace
 
 std::string BytesToHex(ByteView bytes, bool reverse) {
-    std::string hex;
-    hex.reserve(bytes.size() * 2);
-    const auto append = [&hex](std::uint8_t byte) {
-        hex.push_back(kDigits[byte >> 4]);
-        hex.push_back(kDigits[byte & 15]);
+    std::string hex(bytes.size() * 2, '\0');
+    char* to = hex.data();
+    const auto put = [&to](std::uint8_t byte) {
+        *to++ = kDigits[byte >> 4];
+        *to++ = kDigits[byte & 15];
     };
     if (reverse)
-        std::for_each(bytes.rbegin(), bytes.rend(), append);
+        std::for_each(bytes.rbegin(), bytes.rend(), put);
     else
-        std::for_each(bytes.begin(), bytes.end(), append);
+        std::for_each(bytes.begin(), bytes.end(), put);
     return hex;
 }
 
@@ -135,12 +135,13 @@ bool FileMissing(const std::filesystem::path& path) {
 }
 
 std::string UpperHex(std::uint64_t number) {
-    std::string hex;
+    std::array<char, 16> digits{};
+    auto first = digits.end();
     do {
-        hex.insert(hex.begin(), kDigits[number & 15]);
+        *--first = kDigits[number & 15];
         number >>= 4;
     } while (number != 0);
-    return hex;
+    return {first, digits.end()};
 }
 
 std::string HexText(std::uint64_t number, std::size_t width) {

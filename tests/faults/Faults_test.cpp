@@ -110,6 +110,14 @@ TEST_F(FaultsTest, ExportAsPngThroughTheConverter) {
     TryAllOver({"0.png"}, {"export", "{in}/flash.bin", "-o", "{out}", "--format", "png", "--pictures", "0"});
 }
 
+/// Two of these files are more than is held back: they are written while the others are made.
+TEST_F(FaultsTest, ExportOfLargePictures) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    for (std::uint32_t seed = 1; seed <= 4; ++seed) flash.AddDrawing(samples::DrawIcon(200, 240, seed), 0x88);
+    ASSERT_TRUE(flash.WriteTo(runs.Inputs() / "flash.bin"));
+    TryAll({"export", "{in}/flash.bin", "-o", "{out}", "--format", "bmp"});
+}
+
 TEST_F(FaultsTest, ConvertToGpf2) {
     Input("icon.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 3), 24));
     TryAllOver({"icon.gpf2"}, {"convert", "{in}/icon.bmp", "{out}/icon.gpf2"});

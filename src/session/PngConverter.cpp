@@ -43,10 +43,12 @@ Result<std::filesystem::path> Convert(const Session& session, ProcessRunner& pro
                                       const std::filesystem::path& input) {
     PICTAVO_TRY(CheckConverter(session));
     PICTAVO_TRY(ClearTheWay(output));
-    processes.RunAndWait(ConverterOf(session), Arguments(format, withAlpha, output, input));
+    const std::string trouble =
+        processes.RunAndWait(ConverterOf(session), Arguments(format, withAlpha, output, input));
     if (!FileMissing(output)) return output;
-    return Fail(ErrorKind::ConverterFailed,
-                "the converter " + PathText(ConverterOf(session)) + " wrote no output");
+    return Fail(ErrorKind::ConverterFailed, "the converter " + PathText(ConverterOf(session)) +
+                                                " wrote no output" +
+                                                (trouble.empty() ? "" : ": it " + trouble));
 }
 
 /// A converter that ran out of disk, or was killed, may leave half a file.

@@ -90,9 +90,11 @@ class ProcessRunner {
     virtual ~ProcessRunner() = default;
 
     /// Runs a program and waits for its end, without a shell: each argument (UTF-8) arrives as it stands.
-    /// Reports nothing: a program that cannot start returns at once, and the caller finds no output file.
-    virtual void RunAndWait(const std::filesystem::path& program,
-                            const std::vector<std::string>& arguments) = 0;
+    /// Returns what it met, such as "cannot be started (Permission denied)", "was ended by signal 9" or
+    /// "ended with status 3", and nothing where all went well. Whether a program did its work the caller sees
+    /// by its output file alone.
+    virtual std::string RunAndWait(const std::filesystem::path& program,
+                                   const std::vector<std::string>& arguments) = 0;
 };
 
 class PictureLoader {

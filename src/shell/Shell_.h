@@ -16,7 +16,8 @@ class ChildProcessRunner final : public ProcessRunner {
     explicit ChildProcessRunner(std::function<bool()> goesOn = [] { return true; })
         : goesOn_(std::move(goesOn)) {}
 
-    void RunAndWait(const std::filesystem::path& program, const std::vector<std::string>& arguments) override;
+    std::string RunAndWait(const std::filesystem::path& program,
+                           const std::vector<std::string>& arguments) override;
 
   private:
     std::function<bool()> goesOn_;

@@ -5,6 +5,7 @@
 #include <spawn.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
+#include <system_error>
 #include <unistd.h>
 
 #include "shell/Shell_.h"
@@ -42,16 +43,14 @@ class ChildSetting {
     posix_spawnattr_t attributes{};
 };
 
-std::optional<pid_t> Start(const std::filesystem::path& program, std::vector<std::string> arguments) {
+/// 0, or the number of the system's reason why there is no child.
+int Start(const std::filesystem::path& program, std::vector<std::string> arguments, pid_t& child) {
     std::string name = program.string();
     std::vector<char*> pointers{name.data()};
     for (std::string& argument : arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
     const ChildSetting setting;
-    pid_t child = 0;
-    if (posix_spawn(&child, name.c_str(), &setting.files, &setting.attributes, pointers.data(), environ) != 0)
-        return std::nullopt;
-    return child;
+    return posix_spawn(&child, name.c_str(), &setting.files, &setting.attributes, pointers.data(), environ);
 }
 
 /// A handle that can be read from when the child has ended; negative where the system has none.
@@ -75,7 +74,8 @@ void End(pid_t child, int handle) {
     if (!HasEnded(handle, kToEndPolitely)) kill(child, SIGKILL);
 }
 
-void AwaitEnd(pid_t child, const std::function<bool()>& goesOn) {
+/// The child's status as the system tells it.
+int AwaitEnd(pid_t child, const std::function<bool()>& goesOn) {
     const int handle = HandleOf(child);
     while (handle >= 0 && !HasEnded(handle, kBetweenQuestions)) {
         if (goesOn()) continue;
@@ -83,15 +83,26 @@ void AwaitEnd(pid_t child, const std::function<bool()>& goesOn) {
         break;
     }
     if (handle >= 0) close(handle);
-    while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
+    return status;
+}
+
+std::string TroubleOf(int status) {
+    if (WIFSIGNALED(status)) return "was ended by signal " + std::to_string(WTERMSIG(status));
+    const int code = WEXITSTATUS(status);
+    return code == 0 ? "" : "ended with status " + std::to_string(code);
 }
 
 }  // namespace
 
-void ChildProcessRunner::RunAndWait(const std::filesystem::path& program,
-                                    const std::vector<std::string>& arguments) {
-    if (const auto child = Start(program, arguments)) AwaitEnd(*child, goesOn_);
+std::string ChildProcessRunner::RunAndWait(const std::filesystem::path& program,
+                                           const std::vector<std::string>& arguments) {
+    pid_t child = 0;
+    if (const int code = Start(program, arguments, child); code != 0)
+        return "cannot be started (" + std::generic_category().message(code) + ")";
+    return TroubleOf(AwaitEnd(child, goesOn_));
 }
 
 }  // namespace pictavo

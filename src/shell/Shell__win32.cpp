@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include "core/CommandLine_win32.h"
+#include "core/SystemError_win32.h"
 #include "core/SystemPath_win32.h"
 #include "shell/Shell_.h"
 
@@ -29,25 +30,36 @@ bool Start(const std::filesystem::path& program, std::wstring line, HANDLE nothi
                           CREATE_NO_WINDOW, nullptr, nullptr, &start, &child) != 0;
 }
 
-void AwaitEnd(const PROCESS_INFORMATION& child, const std::function<bool()>& goesOn) {
+/// The child's exit status.
+DWORD AwaitEnd(const PROCESS_INFORMATION& child, const std::function<bool()>& goesOn) {
     while (goesOn() && WaitForSingleObject(child.hProcess, kBetweenQuestions) == WAIT_TIMEOUT) {
     }
     if (WaitForSingleObject(child.hProcess, kToFinish) == WAIT_TIMEOUT) TerminateProcess(child.hProcess, 1);
     WaitForSingleObject(child.hProcess, INFINITE);
+    DWORD status = 0;
+    GetExitCodeProcess(child.hProcess, &status);
     CloseHandle(child.hThread);
     CloseHandle(child.hProcess);
+    return status;
+}
+
+std::string TroubleOf(DWORD status) {
+    return status == 0 ? "" : "ended with status " + std::to_string(status);
 }
 
 }  // namespace
 
-void ChildProcessRunner::RunAndWait(const std::filesystem::path& program,
-                                    const std::vector<std::string>& arguments) {
+std::string ChildProcessRunner::RunAndWait(const std::filesystem::path& program,
+                                           const std::vector<std::string>& arguments) {
     std::error_code ignored;
     const std::filesystem::path whole = std::filesystem::absolute(program, ignored);
     const HANDLE nothing = OpenNothing();
     PROCESS_INFORMATION child{};
-    if (Start(whole, CommandLineOf(whole, arguments), nothing, child)) AwaitEnd(child, goesOn_);
+    const bool isStarted = Start(whole, CommandLineOf(whole, arguments), nothing, child);
+    const DWORD reason = GetLastError();
     CloseHandle(nothing);
+    if (!isStarted) return "cannot be started (" + system_file::Reason(reason) + ")";
+    return TroubleOf(AwaitEnd(child, goesOn_));
 }
 
 }  // namespace pictavo

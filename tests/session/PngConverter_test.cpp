@@ -91,6 +91,13 @@ TEST_F(PngConverterTest, NoOutputIsAFailureThatNamesTheConverterEvenWhenAnEarlie
     EXPECT_FALSE(std::filesystem::exists(session.workFiles.PngBitmap()));
 }
 
+TEST_F(PngConverterTest, AFailureTellsWhatTheConverterMet) {
+    EXPECT_TRUE(ToBitmap(2).error().detail.ends_with(" wrote no output"));
+    scripted.processes.trouble = "cannot be started (Permission denied)";
+    EXPECT_TRUE(
+        ToBitmap(2).error().detail.ends_with(" wrote no output: it cannot be started (Permission denied)"));
+}
+
 TEST_F(PngConverterTest, BothTemporariesAreGoneBeforeTheConverterStarts) {
     WriteFile(session.workFiles.PngBitmap(), std::string("old"));
     WriteFile(session.workFiles.Png(), std::string("old"));

@@ -73,7 +73,8 @@ TEST_F(ChildProcessRunnerTest, AProgramThatCanNotStartReturnsAtOnce) {
     const auto start = std::chrono::steady_clock::now();
     for (const std::filesystem::path& program : {temp / "missing", temp / "no" / "folder", plain, temp.Path(),
                                                  std::filesystem::path(), temp / "caf\xE9"})
-        runner.RunAndWait(program, {"x"});
+        EXPECT_TRUE(runner.RunAndWait(program, {"x"}).starts_with("cannot be started (")) << program;
+    EXPECT_EQ(runner.RunAndWait(plain, {"x"}), "cannot be started (Permission denied)");
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
@@ -134,9 +135,9 @@ TEST_F(ChildProcessRunnerTest, NothingOfTheProgramReachesTheScreen) {
 }
 
 TEST_F(ChildProcessRunnerTest, AFailedOrKilledProgramReturnsLikeAnyOther) {
-    runner.RunAndWait(WriteProgram(temp / "failing", "exit 3"), {});
-    runner.RunAndWait(WriteProgram(temp / "dying", "kill -9 $$"), {});
-    runner.RunAndWait(WriteTeller(temp / "teller"), {"after"});
+    EXPECT_EQ(runner.RunAndWait(WriteProgram(temp / "failing", "exit 3"), {}), "ended with status 3");
+    EXPECT_EQ(runner.RunAndWait(WriteProgram(temp / "dying", "kill -9 $$"), {}), "was ended by signal 9");
+    EXPECT_EQ(runner.RunAndWait(WriteTeller(temp / "teller"), {"after"}), "");
     EXPECT_EQ(Told(), std::vector<std::string>{"after"});
 }
 

@@ -119,11 +119,13 @@ class FakeProcesses final : public ProcessRunner {
 
     std::vector<Call> calls;
     std::function<void(const Call&)> effect = [](const Call&) {};
+    std::string trouble;
 
-    void RunAndWait(const std::filesystem::path& program,
-                    const std::vector<std::string>& arguments) override {
+    std::string RunAndWait(const std::filesystem::path& program,
+                           const std::vector<std::string>& arguments) override {
         calls.push_back({program, arguments});
         effect(calls.back());
+        return trouble;
     }
 };
 

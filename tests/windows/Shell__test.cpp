@@ -19,9 +19,9 @@ class ChildProcessRunnerTest : public ::testing::Test {
         return program;
     }
 
-    void Run(const std::filesystem::path& program, std::vector<std::string> arguments) {
+    std::string Run(const std::filesystem::path& program, std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), PathText(told));
-        runner.RunAndWait(program, arguments);
+        return runner.RunAndWait(program, arguments);
     }
 
     std::vector<std::string> Told() { return ToldArguments(told); }
@@ -62,7 +62,7 @@ TEST_F(ChildProcessRunnerTest, ARelativeProgramIsOneInTheCurrentFolder) {
 }
 
 TEST_F(ChildProcessRunnerTest, WaitsForTheEndAndTheOutputIsThere) {
-    Run(Teller("teller.exe"), {"slow"});
+    EXPECT_EQ(Run(Teller("teller.exe"), {"slow"}), "");
     EXPECT_EQ(Told(), std::vector<std::string>{"slow"});
 }
 
@@ -76,8 +76,8 @@ TEST_F(ChildProcessRunnerTest, AProgramThatCanNotStartOrCrashesReturnsAtOnce) {
     const std::filesystem::path plain = WriteFile(temp / "plain.exe", std::string("no program"));
     for (const std::filesystem::path& program :
          {temp / "missing.exe", temp / "no" / "folder.exe", plain, temp.Path(), std::filesystem::path()})
-        Run(program, {"x"});
-    Run(Teller("teller.exe"), {"crash"});
+        EXPECT_TRUE(Run(program, {"x"}).starts_with("cannot be started (")) << program;
+    EXPECT_TRUE(Run(Teller("teller.exe"), {"crash"}).starts_with("ended with status "));
     EXPECT_FALSE(std::filesystem::exists(told));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }

@@ -15,6 +15,10 @@ namespace pictavo {
 namespace {
 
 constexpr std::size_t kMostCharacters = 255;
+
+/// A hundred times what all the keys can take; the window would wait for more to be read.
+constexpr std::uint64_t kMostBytes = 1 << 20;
+
 constexpr const char* kExtension = ".lng";
 
 /// What stands at the end of a caption.
@@ -199,6 +203,8 @@ bool HoldsLanguageFile(const std::filesystem::path& folder) {
 
 Status ReadLanguageFile(const ByteSource& source, const std::string& language, CodePage codePage,
                         LanguageTable& table) {
+    if (source.Size() > kMostBytes)
+        return Fail(ErrorKind::Overflow, source.Path(), "is larger than 1 MiB, as no language file is");
     PICTAVO_TRY(const bool isUtf8, IsUtf8(source));
     DecodedLines lines(source, isUtf8 ? std::nullopt : std::optional(codePage));
     for (;;) {

@@ -19,8 +19,9 @@ namespace pictavo {
 /// whatever it is. Kept: captions that end in str_all have the one read before them, also from an earlier
 /// file.
 ///
-/// Fails with Overflow at a line of more than 255 characters, with ReadFailed, and as LineReader does; the
-/// lines before the failure have been taken.
+/// Fails with Overflow when the file is larger than 1 MiB, of which nothing is taken, or at a line of more
+/// than 255 characters, with ReadFailed, and as LineReader does; the lines before the failure have been
+/// taken.
 Status ReadLanguageFile(const ByteSource& source, const std::string& language, CodePage codePage,
                         LanguageTable& table);
 

@@ -225,6 +225,21 @@ TEST(LanguageFile, ALineOfNoKeyMayBeNoLongerEither) {
     EXPECT_EQ(RefusalOf(ReadInto(table, ";" + Times(255, "-"))).kind, ErrorKind::Overflow);
 }
 
+TEST(LanguageFile, AFileOfMoreThanOneMiBIsRefusedBeforeItIsRead) {
+    LanguageTable table;
+    Bytes bytes(1U << 20, '\n');
+    std::copy_n("str_open=Open", 13, bytes.begin());
+    ASSERT_TRUE(ReadLanguageFile(MemorySource(bytes), "English", CodePage::Windows1252, table));
+    EXPECT_EQ(table.str_open, "Open");
+    table = {};
+    bytes.push_back('\n');
+    const Status read = ReadLanguageFile(MemorySource(bytes), "English", CodePage::Windows1252, table);
+    ASSERT_FALSE(read);
+    EXPECT_EQ(read.error().kind, ErrorKind::Overflow);
+    EXPECT_EQ(read.error().detail, "is larger than 1 MiB, as no language file is");
+    EXPECT_EQ(table.str_open, "");
+}
+
 TEST(LanguageFile, CharactersOfACodePageAreCountedAsOneEach) {
     EXPECT_EQ(
         Read("str_Succes=" + Times(255 - kKeyLength, "\xC3") + "\r\n", CodePage::Windows1251).str_Succes,

@@ -20,12 +20,14 @@ TEST_F(LargeTest, AFlashOf2GibibytesIsAFlashLikeAnother) {
     const std::string large = WriteTwoGibibytes();
     const std::string small = Write(FourIcons());
     const std::string picture = Write("new.bmp", samples::MakeBmp(samples::DrawIcon(16, 16, 9), 24));
+    const auto written = std::filesystem::last_write_time(large);
     EXPECT_EQ(Cli({"list", large}).out, Cli({"list", small}).out);
     EXPECT_EQ(Cli({"info", large}).status, 0);
     const Ended patched = Cli({"patch", large, "-o", Path("new.vkp"), "--picture", "0=" + picture + "@8"});
     EXPECT_EQ(patched.status, 0) << patched.err;
     ExpectDone(Cli({"check", Path("new.vkp"), large}));
     EXPECT_EQ(std::filesystem::file_size(large), kTwoGibibytes);
+    EXPECT_EQ(std::filesystem::last_write_time(large), written);
 }
 
 TEST_F(LargeTest, AFolderOf2500ReplacementsIsTakenWhole) {

@@ -90,9 +90,18 @@ Status RemoveTemplate(const fs::path& file) {
     return {};
 }
 
+/// False where the user has no such folder.
+Result<bool> HasTemplates(const fs::path& folder) {
+    std::error_code error;
+    const fs::file_type type = fs::status(folder, error).type();
+    if (type != fs::file_type::none) return type == fs::file_type::directory;
+    return Fail(ErrorKind::WriteFailed, folder, "cannot be looked into (" + error.message() + ")");
+}
+
 Status SaveTemplates(const FileType& type, const DesktopFolders& folders) {
-    std::error_code ignored;
-    if (folders.templates.empty() || !fs::is_directory(folders.templates, ignored)) return {};
+    if (folders.templates.empty()) return {};
+    PICTAVO_TRY(const bool hasTemplates, HasTemplates(folders.templates));
+    if (!hasTemplates) return {};
     for (const std::string& extension : type.droppedFiles)
         PICTAVO_TRY(RemoveTemplate(Template(folders, extension)));
     for (const std::string& extension : type.newFiles) {

@@ -215,6 +215,15 @@ TEST_F(FaultsTest, SettingsWrittenAnew) {
     ExpectTried(settings.TryAll());
 }
 
+TEST_F(FaultsTest, FileTypesRegisteredWithTheDesktop) {
+    FaultyRuns associations({PICTAVO_ASSOCIATIONS_WRITER});
+    associations.Old("config/mimeapps.list", "[Default Applications]\ntext/plain=editor.desktop;\n");
+    associations.Old("data/applications/pictavo-gpffile.desktop", "[Desktop Entry]\nExec=/old/pictavo %f\n");
+    associations.Old("templates/letter.txt", "Dear");
+    associations.Arguments({"{out}"});
+    ExpectTried(associations.TryAll());
+}
+
 TEST_F(FaultsTest, RecentFilesAddedToTheSettings) {
     FaultyRuns settings({PICTAVO_SETTINGS_WRITER, "recent"});
     settings.mustBeOnDisk = true;

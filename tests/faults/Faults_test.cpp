@@ -137,6 +137,19 @@ TEST_F(FaultsTest, PatchWithPicturesAndAPng) {
                              "--png", png});
 }
 
+/// The second one is added to the work file of the first.
+TEST_F(FaultsTest, PatchWithTwoPngs) {
+    FlashBuilder flash(FlashKind::NewSGold);
+    flash.AddDrawing(samples::DrawIcon(16, 16, 1), 0x05)
+        .Put(kPngOffset / 2, Png(24))
+        .Put(kPngOffset, Png(24));
+    ASSERT_TRUE(flash.Size(1500U << 10).WriteTo(runs.Inputs() / "flash.bin"));
+    runs.mustBeOnDisk = true;
+    const std::string one = Input("80000.png", Png(16));
+    const std::string other = Input("100000.png", Png(20));
+    TryAll({"patch", "{in}/flash.bin", "-o", "{out}/new.vkp", "--png", one, "--png", other});
+}
+
 TEST_F(FaultsTest, PatchWithAMovedPicture) {
     runs.mustBeOnDisk = true;
     PatchesMayLackPictures();

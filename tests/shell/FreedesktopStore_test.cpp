@@ -292,6 +292,16 @@ TEST_F(FreedesktopStoreTest, ATemplateThatTheUserFilledStays) {
     EXPECT_EQ(ReadText(filled), "his");
 }
 
+TEST_F(FreedesktopStoreTest, ATemplatesFolderThatCanNotBeLookedIntoIsToldOf) {
+    const std::string name(300, 'x');  // longer than a name can be
+    WriteIn(config, "user-dirs.dirs", "XDG_TEMPLATES_DIR=\"$HOME/" + name + "\"\n");
+    const Status registered = Register(command);
+    ASSERT_FALSE(registered);
+    EXPECT_EQ(registered.error().kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(registered.error().path, temp / name);
+    EXPECT_EQ(registered.error().detail, "cannot be looked into (File name too long)");
+}
+
 TEST_F(FreedesktopStoreTest, AHomeFolderIsNoTemplatesFolder) {
     WriteIn(config, "user-dirs.dirs", "XDG_TEMPLATES_DIR=\"$HOME/\"\n");
     ASSERT_TRUE(Register(command));

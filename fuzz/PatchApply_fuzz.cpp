@@ -195,6 +195,12 @@ std::optional<FileRange> PlantPng(Input& input, Bytes& flash) {
     return *place;
 }
 
+/// Somewhere, of any length.
+FileRange HeldPicture(Input& input) {
+    const std::uint64_t begin = input.Number16();
+    return {begin, begin + input.Byte()};
+}
+
 void Run(Input input) {
     Bytes bytes = FlashBytes(input);
     const auto place = PlantPng(input, bytes);
@@ -206,11 +212,13 @@ void Run(Input input) {
     if (hasPng) pngRanges.push_back(PngSectionRange(*place, png.size()));
     std::vector<Row> rows;
     for (int number = 0; number < 8 && !input.IsUsedUp(); ++number) rows.push_back(RowFrom(input, number));
-    const auto plan = PlanPatch(flash, WithoutData(rows), pngRanges);
+    const HeldRanges held{pngRanges, {HeldPicture(input)}};
+    const auto plan = PlanPatch(flash, WithoutData(rows), held);
     Holds(plan.has_value(), "memory can be read");
     Expected expected(flash, bytes);
     plain::Planner planner(bytes, expected.RecordSize(), flash.FreeSearchOffset);
-    for (const FileRange& range : pngRanges) planner.PutPng(range);
+    for (const FileRange& range : held.pngs) planner.PutPng(range);
+    for (const FileRange& range : held.pictures) planner.PutPicture(range);
     CheckPlan(*plan, rows, planner, expected);
     std::string patch = WriteSections(flash, *plan);
     Holds(patch == expected.Text(), "the sections are the plain ones");

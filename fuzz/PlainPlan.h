@@ -51,6 +51,8 @@ class Planner {
         taken_.Set(range.begin, range.Length());
     }
 
+    void PutPicture(const FileRange& range) { taken_.Set(range.begin, range.Length()); }
+
     /// What stays is marked before anything is moved.
     std::vector<Place> Plan(const std::vector<ReplacedRow>& rows) {
         std::vector<Place> places;

@@ -18,6 +18,9 @@ inline constexpr std::uint32_t kFreeSearchStartNewSGold = 0x1000000;
 /// The flash is mapped at this phone address: file offset + kFlashBase is the phone address.
 inline constexpr std::uint32_t kFlashBase = 0xA0000000;
 
+/// A phone address names only this many bytes of the flash; what a longer file holds behind them has none.
+inline constexpr std::uint64_t kAddressableBytes = 0x10000000;
+
 struct FullflashImage {
     std::shared_ptr<const ByteSource> source;  ///< null when no flash is open; opened read-only
     bool NewSGold = false;

@@ -5,6 +5,8 @@
 #include <cassert>
 #include <cstring>
 
+#include "core/FullflashImage.h"
+
 namespace pictavo {
 
 namespace {
@@ -99,9 +101,11 @@ Result<FileRange> FindFreeFlash(const ByteSource& flash, std::uint64_t start, st
                                 const std::vector<FileRange>& taken) {
     assert(AreMerged(taken));
     FreeRun run(needed, taken);
+    const std::uint64_t end = std::min(flash.Size(), kAddressableBytes);
     std::uint64_t offset = start;
-    while (offset + kFreeFlashChunk <= flash.Size()) {
+    while (offset + kFreeFlashChunk <= end) {
         PICTAVO_TRY(ByteView view, flash.ViewAt(offset));
+        view = view.first(static_cast<std::size_t>(std::min<std::uint64_t>(view.size(), end - offset)));
         std::array<std::uint8_t, kFreeFlashChunk> across{};
         if (view.size() < across.size()) {
             PICTAVO_TRY([[maybe_unused]] const std::size_t count, flash.ReadAt(offset, across));

@@ -14,11 +14,15 @@ bool LiesInFlash(const FullflashImage& flash, std::uint64_t offset, std::uint64_
     return offset <= size && length <= size - offset;
 }
 
+bool Outgrows(const ReplacedRow& row) {
+    return row.picture && row.picture->length > row.room;
+}
+
 /// What is known without a search: everything but the place of a picture that must move.
 Placement PlaceWithoutSearch(const FullflashImage& flash, const ReplacedRow& row) {
     if (!row.picture) return Placement::NoWorkFile;
     if (!LiesInFlash(flash, row.record.pitOffset, RecordSize(flash))) return Placement::BeyondFlash;
-    if (row.room < row.picture->length) return Placement::Moved;
+    if (Outgrows(row)) return Placement::Moved;
     return LiesInFlash(flash, row.record.picOffset, row.picture->length) ? Placement::InPlace
                                                                          : Placement::BeyondFlash;
 }
@@ -41,7 +45,9 @@ bool TouchesAny(const std::vector<FileRange>& ranges, const std::vector<FileRang
 
 /// Everything that is not free, though it may hold FF.
 std::vector<FileRange> TakenRanges(const FullflashImage& flash, const std::vector<PatchSection>& sections,
-                                   std::vector<FileRange> ranges) {
+                                   const HeldRanges& held) {
+    std::vector<FileRange> ranges = held.pngs;
+    ranges.insert(ranges.end(), held.pictures.begin(), held.pictures.end());
     for (const PatchSection& section : sections)
         for (const FileRange& range : RangesInPlace(flash, section)) ranges.push_back(range);
     return Merged(std::move(ranges));
@@ -97,17 +103,21 @@ std::vector<FileRange> RangesInPlace(const FullflashImage& flash, const PatchSec
     return {RecordRange(flash, section), DataRange(section)};
 }
 
+bool MustSearch(const std::vector<ReplacedRow>& rows) {
+    return std::any_of(rows.begin(), rows.end(), Outgrows);
+}
+
 Result<PatchPlan> PlanPatch(const FullflashImage& flash, std::vector<ReplacedRow> rows,
-                            const std::vector<FileRange>& pngRanges) {
+                            const HeldRanges& held) {
     PatchPlan plan;
     for (ReplacedRow& row : rows) {
         const Placement placement = PlaceWithoutSearch(flash, row);
         const std::uint64_t oldPlace = row.record.picOffset;
         PatchSection section{std::move(row), placement, oldPlace};
-        if (TouchesAny(RangesInPlace(flash, section), pngRanges)) section.placement = Placement::UnderPng;
+        if (TouchesAny(RangesInPlace(flash, section), held.pngs)) section.placement = Placement::UnderPng;
         plan.sections.push_back(std::move(section));
     }
-    Places places(flash, TakenRanges(flash, plan.sections, pngRanges));
+    Places places(flash, TakenRanges(flash, plan.sections, held));
     for (PatchSection& section : plan.sections)
         if (section.placement == Placement::Moved) PICTAVO_TRY(places.Give(section));
     plan.freeSearchOffset = places.Next();

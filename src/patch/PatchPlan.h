@@ -56,10 +56,18 @@ std::uint64_t RoomOf(const std::vector<PictureRecord>& rows, std::size_t index, 
 /// of data that stay in place.
 std::vector<FileRange> RangesInPlace(const FullflashImage& flash, const PatchSection& section);
 
+/// Bytes of the flash that hold something, whatever they look like.
+struct HeldRanges {
+    std::vector<FileRange> pngs = {};      ///< what the patch's PNG sections write, Merged
+    std::vector<FileRange> pictures = {};  ///< old pictures, in any order: FF in one of them is a part of it
+};
+
+/// True when one of the rows needs more than its room, so that PlanPatch looks for free flash.
+bool MustSearch(const std::vector<ReplacedRow>& rows);
+
 /// Places the rows in their order. Flash that a section of this plan writes in place, places handed out
-/// before, and the ranges that the patch's PNG sections write, which are Merged, are not free. Fails with
-/// ReadFailed.
+/// before, and what is held are not free. Fails with ReadFailed.
 Result<PatchPlan> PlanPatch(const FullflashImage& flash, std::vector<ReplacedRow> rows,
-                            const std::vector<FileRange>& pngRanges = {});
+                            const HeldRanges& held = {});
 
 }  // namespace pictavo

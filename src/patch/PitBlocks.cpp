@@ -10,7 +10,6 @@ namespace pictavo {
 namespace {
 
 constexpr std::size_t kOffsetDigits = 7;
-constexpr int kNoBitDepth = 0;
 constexpr std::uint64_t kLongestSource = std::uint64_t{16} << 20;
 
 Failure EmptyBlock(const FullflashImage& flash, const char* what) {
@@ -66,16 +65,18 @@ Result<FileRange> PitRange(const FullflashImage& flash) {
     return FileRange{begin, begin + (static_cast<std::uint64_t>(flash.picnum) + 1) * RecordSize(flash)};
 }
 
-Result<std::uint64_t> StoredLength(const FullflashImage& flash, const PictureRecord& row) {
+Result<std::uint64_t> StoredLength(const FullflashImage& flash, const PictureRecord& row,
+                                   int depthOfUnknown) {
     Picture scratch;
     PICTAVO_TRY(const DecodedPicture decoded,
-                DecodePicture(*flash.source, row.picOffset, FormatOf(row, kNoBitDepth), scratch));
+                DecodePicture(*flash.source, row.picOffset, FormatOf(row, depthOfUnknown), scratch));
     return decoded.consumed;
 }
 
-Result<FileRange> PictureBlockRange(const FullflashImage& flash, const std::vector<PictureRecord>& rows) {
+Result<FileRange> PictureBlockRange(const FullflashImage& flash, const std::vector<PictureRecord>& rows,
+                                    int depthOfUnknown) {
     if (rows.empty()) return EmptyBlock(flash, "block of pictures");
-    PICTAVO_TRY(const std::uint64_t lastLength, StoredLength(flash, rows.back()));
+    PICTAVO_TRY(const std::uint64_t lastLength, StoredLength(flash, rows.back(), depthOfUnknown));
     const FileRange range{rows.front().picOffset, rows.back().picOffset + lastLength};
     if (range.end <= range.begin) return EmptyBlock(flash, "block of pictures");
     return range;

@@ -23,11 +23,13 @@ Result<FileRange> PitRange(const FullflashImage& flash);
 /// Where the picture data lie: from the first row's data to the end of the last row's, whose length is
 /// measured by decoding it from the flash. Fails with EmptyBlock when there are no rows or the block would
 /// end before it begins, and as DecodePicture does.
-Result<FileRange> PictureBlockRange(const FullflashImage& flash, const std::vector<PictureRecord>& rows);
+Result<FileRange> PictureBlockRange(const FullflashImage& flash, const std::vector<PictureRecord>& rows,
+                                    int depthOfUnknown = 0);
 
 /// Bytes of the row's stored picture, measured by decoding it from the flash, without touching the Raster in
-/// use.
-Result<std::uint64_t> StoredLength(const FullflashImage& flash, const PictureRecord& row);
+/// use; a type that names no depth has `depthOfUnknown`. Fails as DecodePicture does.
+Result<std::uint64_t> StoredLength(const FullflashImage& flash, const PictureRecord& row,
+                                   int depthOfUnknown = 0);
 
 /// One picture of a rebuild.
 struct RebuildSource {

@@ -26,6 +26,7 @@ void PutSize(MutableByteView into, const PitRecordLayout& layout, std::uint16_t 
 }  // namespace
 
 StoredAddress StoredAddressOf(std::uint64_t fileOffset) {
+    assert(fileOffset < kAddressableBytes);
     StoredAddress address{};
     PutLittleEndian32(address, kFlashBase + static_cast<std::uint32_t>(fileOffset));
     return address;

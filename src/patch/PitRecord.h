@@ -12,7 +12,7 @@ namespace pictavo {
 /// A phone address as stored, low byte first.
 using StoredAddress = std::array<std::uint8_t, 4>;
 
-/// The stored phone address of a file offset.
+/// The stored phone address of a file offset below kAddressableBytes.
 StoredAddress StoredAddressOf(std::uint64_t fileOffset);
 
 /// Whether a record of this flash's table can say the size and type of a picture. Fails with NotSupported

@@ -41,6 +41,17 @@ std::vector<ReplacedRow> ReplacedRows(const Session& session, Outcome& outcome) 
     return rows;
 }
 
+/// Where the table's pictures lie. One that cannot be decoded has no length, and holds nothing.
+Result<std::vector<FileRange>> RangesOfPictures(const Session& session) {
+    std::vector<FileRange> ranges;
+    for (const PictureRecord& row : session.rows) {
+        const auto length = StoredLength(session.flash, row);
+        if (length) ranges.push_back({row.picOffset, row.picOffset + *length});
+        if (!length && length.error().kind == ErrorKind::ReadFailed) return Failure(length.error());
+    }
+    return ranges;
+}
+
 }  // namespace
 
 Result<std::vector<FileRange>> PendingPngRanges(const Session& session) {
@@ -54,8 +65,13 @@ Result<std::vector<FileRange>> PendingPngRanges(const Session& session) {
 }
 
 Result<PatchPlan> PlanPendingPatch(const Session& session, Outcome& outcome) {
-    PICTAVO_TRY(const auto pngRanges, PendingPngRanges(session));
-    return PlanPatch(session.flash, ReplacedRows(session, outcome), pngRanges);
+    HeldRanges held;
+    PICTAVO_TRY(held.pngs, PendingPngRanges(session));
+    std::vector<ReplacedRow> rows = ReplacedRows(session, outcome);
+    if (MustSearch(rows)) {
+        PICTAVO_TRY(held.pictures, RangesOfPictures(session));
+    }
+    return PlanPatch(session.flash, std::move(rows), held);
 }
 
 }  // namespace pictavo

@@ -48,13 +48,14 @@ Status CheckNamesDiffer(const Session& session, const FileRange& table) {
         "the first picture begins where the picture table does, so that both files would have one name");
 }
 
-/// Both ranges are known before the first file is begun.
+/// The table stands also where the end of the pictures cannot be told: it is small, and names them all.
 Result<std::size_t> BackupBoth(const Session& session, Ports& ports, const std::filesystem::path& folder) {
     PICTAVO_TRY(const FileRange table, PitRange(session.flash));
-    PICTAVO_TRY(const FileRange pictures, PictureBlockRange(session.flash, session.rows));
-    PICTAVO_TRY(CheckNamesDiffer(session, table));
+    if (!session.rows.empty()) PICTAVO_TRY(CheckNamesDiffer(session, table));
     PICTAVO_TRY(EnsureFolder(folder));
     PICTAVO_TRY(const bool tableWritten, BackupRange(session, ports, folder, table));
+    PICTAVO_TRY(const FileRange pictures,
+                PictureBlockRange(session.flash, session.rows, session.picture.bitDepth));
     PICTAVO_TRY(const bool picturesWritten, BackupRange(session, ports, folder, pictures));
     return (tableWritten ? 1U : 0U) + (picturesWritten ? 1U : 0U);
 }

@@ -11,9 +11,11 @@ namespace pictavo {
 /// Asks for the folder, then BackupPitTo.
 Outcome BackupPit(Session& session, Ports& ports);
 
-/// Writes the table and the block as they stand in the flash. Each file that exists is asked about for
-/// itself, and Cancel skips only it. Refused, before anything is written, when either would be empty, or the
-/// last picture cannot be decoded.
+/// Writes the table and then the block as they stand in the flash. Each file that exists is asked about for
+/// itself, and Cancel skips only it. Refused, before anything is written, when the table would be empty or
+/// both would have one name; refused behind the table, which then stands, when the block would be empty or
+/// its last picture cannot be decoded. A last picture whose type names no depth has that of the one shown
+/// before.
 Outcome BackupPitTo(Session& session, Ports& ports, const std::filesystem::path& folder);
 
 /// Asks for both folders, then RebuildPitFrom.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <random>
 
+#include "core/FullflashImage.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
@@ -39,6 +40,29 @@ void ExpectFound(const Result<FileRange>& found, std::uint64_t begin, std::uint6
     ASSERT_TRUE(found);
     EXPECT_EQ(found->begin, begin);
     EXPECT_EQ(found->end, end);
+}
+
+/// 512 MiB of FF that take no memory.
+class ErasedSource final : public ByteSource {
+  public:
+    std::uint64_t Size() const override { return 2 * kAddressableBytes; }
+    Result<ByteView> ViewAt(std::uint64_t offset) const override {
+        return ByteView(piece_).first(static_cast<std::size_t>(std::min(piece_.size(), Size() - offset)));
+    }
+    const std::filesystem::path& Path() const override { return path_; }
+
+  private:
+    Bytes piece_ = Bytes(1U << 16, 0xFF);
+    std::filesystem::path path_;
+};
+
+TEST(FreeFlash, WhatHasNoPhoneAddressIsNotFree) {
+    const ErasedSource flash;
+    constexpr std::uint64_t last = kAddressableBytes - 32;
+    ExpectFound(FindFreeFlash(flash, last, 32), last, kAddressableBytes);
+    EXPECT_EQ(FindFreeFlash(flash, last, 33).error().kind, ErrorKind::NoFreeMemory);
+    EXPECT_EQ(FindFreeFlash(flash, kAddressableBytes, 16).error().kind, ErrorKind::NoFreeMemory);
+    EXPECT_EQ(FindFreeFlash(flash, last + 24, 16).error().kind, ErrorKind::NoFreeMemory);
 }
 
 TEST(FreeFlash, TheGridBeginsAtTheStart) {

@@ -166,10 +166,30 @@ TEST(PatchPlan, AnOldPlaceBeyondTheFlashIsNoHindranceToMoving) {
     ExpectSection(Plan(Flash({{0x200, 0x300}}), {Row(0, 0x2000, 0, 16)}), 0, Placement::Moved, 0x200);
 }
 
+TEST(PatchPlan, OnlyAPictureLargerThanItsRoomMakesASearch) {
+    EXPECT_FALSE(MustSearch({Row(0, 0x800, 16, 16), {Record(1, 0x900), 16, std::nullopt}}));
+    EXPECT_TRUE(MustSearch({Row(0, 0x800, 16, 16), Row(1, 0x900, 16, 17)}));
+}
+
+TEST(PatchPlan, WhatAnOldPictureHoldsIsNotFreeThoughItIsFF) {
+    const FullflashImage flash = Flash({{0x200, 0x300}});
+    const HeldRanges held{{}, {{0x280, 0x281}, {0x1F0, 0x20F}}};  // in any order
+    const auto plan = PlanPatch(flash, {Row(0, 0x800, 0, 32), Row(1, 0x900, 0, 0x60)}, held);
+    ASSERT_TRUE(plan);
+    ExpectSection(*plan, 0, Placement::Moved, 0x210);
+    ExpectSection(*plan, 1, Placement::Moved, 0x290);
+}
+
+TEST(PatchPlan, APictureInPlaceMayWriteOverOldPictures) {
+    const auto plan = PlanPatch(Flash({}), {Row(0, 0x800, 32, 32)}, {{}, {{0x800, 0x820}}});
+    ASSERT_TRUE(plan);
+    ExpectSection(*plan, 0, Placement::InPlace, 0x800);
+}
+
 /// The same with bytes that PNG sections of the patch write.
 PatchPlan PlanBeside(const FullflashImage& flash, std::vector<ReplacedRow> rows,
                      const std::vector<FileRange>& pngRanges) {
-    const auto plan = PlanPatch(flash, std::move(rows), pngRanges);
+    const auto plan = PlanPatch(flash, std::move(rows), {pngRanges, {}});
     EXPECT_TRUE(plan);
     return plan.value_or(PatchPlan());
 }

@@ -1,5 +1,6 @@
 #include "session/PitCommands.h"
 
+#include "session/ShowPicture.h"
 #include "support/SessionFixture.h"
 #include "support/SystemMeans.h"
 
@@ -100,12 +101,24 @@ TEST_F(PitCommandsTest, RowsThatAreGoneAreRefusedWhateverPicnumSays) {
     EXPECT_FALSE(std::filesystem::exists(out));
 }
 
-TEST_F(PitCommandsTest, ABlockThatEndsBeforeItBeginsIsRefused) {
+TEST_F(PitCommandsTest, ABlockThatEndsBeforeItBeginsIsRefusedAndTheTableStands) {
     FlashBuilder flash = ThreeSquares();
     flash.AddPictureAt(0x100000, 4, 4, 0x05, Bytes(16, 4));
     Open(flash);
     EXPECT_EQ(BackupPitTo(session, scripted.ports, out).problems.at(0).error.kind, ErrorKind::EmptyBlock);
-    EXPECT_FALSE(std::filesystem::exists(out));
+    EXPECT_EQ(ListNames(out), std::vector<std::string>{"0x00A0000.bin"});
+}
+
+TEST_F(PitCommandsTest, ALastPictureOfUnknownDepthHasThatOfTheOneShownBefore) {
+    FlashBuilder flash = ThreeSquares();
+    flash.AddPicture(4, 4, 0x02, Bytes(16, 4));
+    Open(flash);
+    EXPECT_EQ(BackupPitTo(session, scripted.ports, out).problems.at(0).error.kind, ErrorKind::BadBitDepth);
+    EXPECT_EQ(ListNames(out), std::vector<std::string>{"0x00A0000.bin"});
+    ASSERT_TRUE(ShowRow(session, 0));
+    scripted.prompts.Expect(Asked::Overwrite, true);
+    EXPECT_TRUE(BackupPitTo(session, scripted.ports, out).IsClean());
+    EXPECT_EQ(ListNames(out).size(), 2U);
 }
 
 TEST_F(PitCommandsTest, RebuildPacksThePicturesInStepsOfSixteen) {
@@ -212,12 +225,12 @@ TEST_F(PitCommandsTest, TheTableOfAnSGoldFlashIsNamedBySevenDigitsToo) {
     EXPECT_EQ(ListNames(out), (std::vector<std::string>{"0x009011C.bin", "0x00C0000.bin"}));
 }
 
-TEST_F(PitCommandsTest, ALastPictureThatCanNotBeDecodedIsRefusedWithoutAFile) {
+TEST_F(PitCommandsTest, ALastPictureThatCanNotBeDecodedIsRefusedAndTheTableStands) {
     FlashBuilder flash = ThreeSquares();
     flash.AddPicture(250, 2, 0x05, Bytes(500, 1));
     Open(flash);
     EXPECT_EQ(BackupPitTo(session, scripted.ports, out).problems.at(0).error.kind, ErrorKind::TooLarge);
-    EXPECT_FALSE(std::filesystem::exists(out));
+    EXPECT_EQ(ListNames(out), std::vector<std::string>{"0x00A0000.bin"});
 }
 
 TEST_F(PitCommandsTest, ABlockThatTheFlashEndsInsideIsNotHalfWritten) {

@@ -300,6 +300,22 @@ TEST_F(SavePatchTest, AMovedPictureKeepsClearOfOneThatGrowsInPlaceOverErasedByte
     EXPECT_NE(text.find("\r\n0008F0F0: "), std::string::npos);
 }
 
+/// White pixels of 16 bits are FF FF.
+TEST_F(SavePatchTest, AMovedPictureKeepsClearOfWhitePicturesThatStay) {
+    FlashBuilder flash = TwoSquares();
+    flash.AddPictureAt(0x8F000, 16, 16, 0x08, Bytes(512, 0xFF));
+    Open(flash);
+    ReplaceByColour(0, 17, 16);
+    const std::string text = Save();
+    EXPECT_NE(text.find(" 1110050000F208A0\r\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("\r\n0008F0"), std::string::npos) << text;
+    EXPECT_NE(text.find("\r\n0008F200: "), std::string::npos) << text;
+    ApplyAndOpen();
+    ASSERT_TRUE(ShowRow(session, 2));
+    EXPECT_EQ(session.picture.raster.At(0, 0), (Cell{255, 255, 255, 0}));
+    EXPECT_EQ(session.picture.raster.At(15, 15), (Cell{255, 255, 255, 0}));
+}
+
 TEST_F(SavePatchTest, WithoutFreeMemoryTheRowStaysBoldAndTheSearchWhereItWas) {
     FlashBuilder flash = TwoSquares();
     flash.FillWithCode(0x40000, (2U << 20) - 0x40000, 3);

@@ -274,6 +274,7 @@ void DecodeUncompressed(Decode& decode, int bitDepth) {
 
 /// A compressed picture may end, with its file, before it meets the end of the Raster.
 bool FitsRaster(const PictureFormat& format) {
+    if (format.height <= 0) return true;
     return format.width <= Raster::kColumns && format.height <= Raster::kRows;
 }
 
@@ -299,22 +300,20 @@ PictureFormat FormatOf(const PictureRecord& record, int depthOfUnknown) {
 Result<DecodedPicture> DecodePicture(const ByteSource& source, std::uint64_t offset,
                                      const PictureFormat& format, Picture& picture) {
     if (!IsBitDepth(format.bitDepth)) return RefuseBitDepth(source, format.bitDepth);
+    Decode decode{Cursor(source, offset), RasterWriter(picture.raster, format.width), format.width,
+                  format.height};
     DecodedPicture decoded;
-    if (format.height > 0) {
-        Decode decode{Cursor(source, offset), RasterWriter(picture.raster, format.width), format.width,
-                      format.height};
-        if (format.compressed)
-            decoded.complete = DecodeCompressed(decode, format.bitDepth);
-        else
-            DecodeUncompressed(decode, format.bitDepth);
-        if (!decode.cursor.Health()) return Failure(WithPath(decode.cursor.Health().error(), source.Path()));
-        if (!decode.writer.InRange() || !FitsRaster(format))
-            return Fail(ErrorKind::TooLarge, source.Path(), offset,
-                        "the picture (" + SizeText(format.width, format.height) + ") is too large to show");
-        if (decode.emptyGroups > kMostEmptyGroups) return RefuseEmptyGroups(source, offset);
-        decoded.consumed = decode.cursor.Consumed();
-        if (decode.cursor.Position() > source.Size()) decoded.complete = false;
-    }
+    if (format.compressed)
+        decoded.complete = DecodeCompressed(decode, format.bitDepth);
+    else
+        DecodeUncompressed(decode, format.bitDepth);
+    if (!decode.cursor.Health()) return Failure(WithPath(decode.cursor.Health().error(), source.Path()));
+    if (!decode.writer.InRange() || !FitsRaster(format))
+        return Fail(ErrorKind::TooLarge, source.Path(), offset,
+                    "the picture (" + SizeText(format.width, format.height) + ") is too large to show");
+    if (decode.emptyGroups > kMostEmptyGroups) return RefuseEmptyGroups(source, offset);
+    decoded.consumed = decode.cursor.Consumed();
+    if (decode.cursor.Position() > source.Size()) decoded.complete = false;
     picture.width = format.width;
     picture.height = format.height;
     picture.bitDepth = format.bitDepth;

@@ -29,7 +29,7 @@ struct DecodedPicture {
 ///
 /// Kept: a compressed picture stops at the first control byte after which the row is at or below the height,
 /// so that extra pixels of its last group spill into the rows below. Kept: an uncompressed picture of 12 bits
-/// comes out black. A height of 0 or less stores and consumes nothing.
+/// comes out black. Kept: a compressed picture of a height of 0 or less takes one group all the same.
 ///
 /// Fails with BadBitDepth, touching nothing, unless the depth is 1, 8, 12, 16 or 24; the detail is the text
 /// of the box: " 0bit". Fails with TooLarge when the picture is larger than the Raster, where its data end

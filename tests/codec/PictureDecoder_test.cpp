@@ -218,12 +218,21 @@ TEST_F(PictureDecoderTest, ADecodeSaysWhetherItsAlphaCounts) {
     EXPECT_FALSE(picture.RasterHasAlpha);
 }
 
-TEST_F(PictureDecoderTest, NoHeightStoresAndConsumesNothing) {
-    for (const bool compressed : {false, true})
-        for (const int depth : {1, 8, 12, 16, 24})
-            for (const int height : {0, -1})
-                EXPECT_EQ(Decode(Bytes(9, 1), Format(3, height, depth, compressed)), 0U);
+TEST_F(PictureDecoderTest, NoHeightStoresAndConsumesNothingWhereDataAreUncompressed) {
+    for (const int depth : {1, 8, 12, 16, 24})
+        for (const int height : {0, -1}) EXPECT_EQ(Decode(Bytes(9, 1), Format(3, height, depth, false)), 0U);
     EXPECT_EQ(At(0, 0), kOld);
+}
+
+TEST_F(PictureDecoderTest, NoHeightTakesOneGroupWhereDataAreCompressed) {
+    for (const int height : {0, -1}) {
+        EXPECT_EQ(Decode({0x05, 0x11, 0x05, 0x11}, Format(3, height, 8, true)), 2U);
+        EXPECT_EQ(Decode({0x00, 0x11, 0x05, 0x11}, Format(3, height, 8, true)), 2U);
+        EXPECT_EQ(Decode({0xFE, 1, 2, 3, 4, 5, 6}, Format(3, height, 16, true)), 5U);
+        EXPECT_EQ(Decode({0x85, 0xC3}, Format(3, height, 1, true)), 1U);
+    }
+    EXPECT_EQ(Decode({0x05, 0xE0, 0x05, 0x11}, Format(3, 0, 8, true)), 2U);
+    EXPECT_EQ(At(1, 1), (Cell{255, 0, 0, 0}));
 }
 
 TEST_F(PictureDecoderTest, NoWidthIsARangeErrorWhereDataAreCompressedAndEmptyElsewhere) {

@@ -48,7 +48,6 @@ class Decoder {
 
     void Run() {
         const bool oneBit = format_.bitDepth == 1;
-        if (format_.height <= 0) return;
         if (format_.compressed) return oneBit ? CompressedBits() : Compressed();
         return oneBit ? Bits() : Uncompressed();
     }

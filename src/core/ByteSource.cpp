@@ -7,8 +7,8 @@ namespace pictavo {
 namespace {
 
 constexpr std::size_t kWindowSize = std::size_t{128} * 1024;
-constexpr std::uint64_t kWindowGrid =
-    std::uint64_t{4} * 1024;  // a window starts at a page of the system's file cache
+constexpr std::size_t kWindowGrid =
+    std::size_t{4} * 1024;  // a window starts at a page of the system's file cache
 
 }  // namespace
 
@@ -58,14 +58,19 @@ Result<ByteView> FileSource::ViewAt(std::uint64_t offset) const {
 
 Status FileSource::Fill(std::uint64_t offset) const {
     const std::uint64_t start = offset - offset % kWindowGrid;
-    const auto length = static_cast<std::size_t>(std::min<std::uint64_t>(kWindowSize, size_ - start));
-    window_.resize(length);
+    // What cannot be read must not take what can be read before it away.
+    if (!ReadWindow(start, kWindowSize)) PICTAVO_TRY(ReadWindow(start, kWindowGrid));
+    if (offset - start >= window_.size())
+        return Fail(ErrorKind::ReadFailed, path_, offset, "the file became shorter");
+    return {};
+}
+
+Status FileSource::ReadWindow(std::uint64_t start, std::size_t mostLength) const {
+    window_.resize(static_cast<std::size_t>(std::min<std::uint64_t>(mostLength, size_ - start)));
     const auto count = system_file::ReadAt(handle_, start, window_);
     window_.resize(count.value_or(0));
     windowStart_ = start;
     if (!count) return Failure(WithPath(count.error(), path_));
-    if (offset - start >= window_.size())
-        return Fail(ErrorKind::ReadFailed, path_, offset, "the file became shorter");
     return {};
 }
 

@@ -66,6 +66,7 @@ class FileSource final : public ByteSource {
   private:
     FileSource(std::filesystem::path path, system_file::Handle handle, std::uint64_t size);
     Status Fill(std::uint64_t offset) const;
+    Status ReadWindow(std::uint64_t start, std::size_t mostLength) const;
 
     std::filesystem::path path_;
     system_file::Handle handle_;

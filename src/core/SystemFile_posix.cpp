@@ -42,6 +42,15 @@ auto Retry(Call call) {
     return result;
 }
 
+bool RenameExclusively(const std::filesystem::path& from, const std::filesystem::path& to) {
+#ifdef RENAME_NOREPLACE
+    return renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0;
+#else
+    errno = ENOSYS;
+    return false;
+#endif
+}
+
 /// Whether `path` still names the file that was opened, and the file is this user's.
 bool IsOwnFile(int handle, const std::filesystem::path& path) {
     struct stat opened {};
@@ -57,8 +66,12 @@ Result<Opened> OpenForReading(const std::filesystem::path& path) {
     const int handle = Retry([&] { return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); });
     if (handle < 0) return FailWith(ErrorKind::FileMissing, path, "cannot be opened");
     struct stat status {};
-    if (fstat(handle, &status) == 0 && S_ISREG(status.st_mode))
-        return Opened{handle, static_cast<std::uint64_t>(status.st_size)};
+    if (fstat(handle, &status) != 0) {
+        const Failure failure = FailWith(ErrorKind::FileMissing, path, "cannot be opened");
+        Close(handle);
+        return failure;
+    }
+    if (S_ISREG(status.st_mode)) return Opened{handle, static_cast<std::uint64_t>(status.st_size)};
     Close(handle);
     return Fail(ErrorKind::FileMissing, path,
                 S_ISDIR(status.st_mode) ? "cannot be opened (it is a folder)"
@@ -157,15 +170,22 @@ Status RenameReplacing(const std::filesystem::path& from, const std::filesystem:
     return FailWith(ErrorKind::WriteFailed, to, "cannot be created");
 }
 
+/// Most file systems have a rename that never replaces, others hard links, which never do either. Where there
+/// is neither, as in folders that a virtual machine shares, a look must do: a file that another program makes
+/// between the look and the rename is then replaced.
 Status RenameKeeping(const std::filesystem::path& from, const std::filesystem::path& to,
-                     Durability /*durability*/) {
-    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return {};
-    // File systems without that call have hard links, which never replace either.
-    if ((errno == EINVAL || errno == ENOSYS) && link(from.c_str(), to.c_str()) == 0) {
+                     Durability durability) {
+    if (RenameExclusively(from, to)) return {};
+    if (errno != EINVAL && errno != ENOSYS) return CanNotBeCreated(to);
+    if (link(from.c_str(), to.c_str()) == 0) {
         unlink(from.c_str());
         return {};
     }
-    return CanNotBeCreated(to);
+    if (errno != EPERM && errno != ENOSYS && errno != EOPNOTSUPP) return CanNotBeCreated(to);
+    struct stat status {};
+    if (lstat(to.c_str(), &status) == 0) errno = EEXIST;
+    if (errno != ENOENT) return CanNotBeCreated(to);
+    return RenameReplacing(from, to, durability);
 }
 
 Result<std::filesystem::path> CreatePrivateFolder(const std::filesystem::path& parent,

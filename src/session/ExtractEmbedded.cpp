@@ -1,6 +1,7 @@
 #include "session/ExtractEmbedded.h"
 
 #include "core/BasicCalculations_Tarsk.h"
+#include "core/GapSource.h"
 #include "session/Extraction.h"
 #include "session/Report.h"
 #include "session/StatusText.h"
@@ -34,7 +35,9 @@ Outcome Carve(const Session& session, Ports& ports, const EmbeddedKind& kind, co
         if (written && *written) ++outcome.written;
     };
     const auto step = [&](std::uint64_t offset) { return TellPosition(ports, offset, source); };
-    if (const Status carved = CarveEmbeddedFiles(source, kind, take, step); !carved)
+    const auto noteGap = [&](const Error& error) { outcome.problems.push_back({error, std::nullopt}); };
+    const GapSource searched(source, noteGap);
+    if (const Status carved = CarveEmbeddedFiles(searched, kind, take, step); !carved)
         outcome.problems.push_back({carved.error(), std::nullopt});
     return outcome;
 }

@@ -12,7 +12,8 @@ namespace pictavo {
 Outcome ExtractEmbedded(Session& session, Ports& ports, const EmbeddedKind& kind);
 
 /// Writes the files of one kind that lie inside any file, each named by the offset at which it begins
-/// (0012AB40.png). A file that cannot be written is a problem of the outcome, and the search goes on. The
+/// (0012AB40.png). A piece of the source that cannot be read, and a file that cannot be written, are
+/// problems of the outcome, and the search goes on behind them. The
 /// completion message has the number of files as its title; a search that was stopped has none.
 Outcome ExtractEmbeddedTo(Session& session, Ports& ports, const EmbeddedKind& kind,
                           const std::filesystem::path& source, const std::filesystem::path& folder);

@@ -21,7 +21,7 @@ struct Fault {
     int at = 0;  ///< counted from 1; 0 for none
     std::string how;
     std::string program;  ///< the name of the one that meets it: the command's own, or the converter's
-    bool lasts = false;   ///< every later call that takes space fails too: a disk that stays full
+    bool lasts = false;  ///< later calls fail too: all that take space of a full disk, all reads of a bad one
 };
 
 /// All files under a folder: paths from there, and what the files hold.
@@ -60,6 +60,7 @@ inline std::vector<Fault> FaultsOf(const Call& call, const std::string& program,
     };
     std::vector<Fault> faults;
     for (const std::string& how : ways.at(call.name)) faults.push_back({at, how, program, false});
+    if (call.name == "read") faults.push_back({at, "EIO", program, true});
     if (ways.at(call.name).back().starts_with("KILL")) faults.push_back({at, "ENOSPC", program, true});
     return faults;
 }
@@ -91,7 +92,8 @@ class FaultyRuns {
     /// command that reports a failure may have written what it could.
     std::function<bool(const std::filesystem::path&)> isWholeInPart = [](const auto&) { return false; };
 
-    /// What the system is to be without: "nameless files", "links by handle", "exclusive renames".
+    /// What the system is to be without: "nameless files", "links by handle", "exclusive renames", "hard
+    /// links".
     std::string lacks;
 
     /// Whether each output must stand on the disk before it takes its name, and its name after that.

@@ -101,6 +101,11 @@ TEST_F(FaultsTest, ExportWhereRenamesAlwaysReplace) {
     TryAllOver({"0.bmp"}, {"export", "{in}/flash.bin", "-o", "{out}", "--format", "bmp"});
 }
 
+TEST_F(FaultsTest, ExportWhereNothingButALookKeepsAFile) {
+    runs.lacks = "nameless files, exclusive renames, hard links";
+    TryAllOver({"0.bmp"}, {"export", "{in}/flash.bin", "-o", "{out}", "--format", "bmp"});
+}
+
 TEST_F(FaultsTest, ExportWhereAnOpenFileIsNamedByItsPathOnly) {
     runs.lacks = "links by handle";
     TryAllOver({"0.bmp"}, {"export", "{in}/flash.bin", "-o", "{out}", "--format", "bmp"});

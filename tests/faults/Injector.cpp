@@ -101,7 +101,8 @@ Verdict Pass(const char* call, const std::string& path, bool takesSpace = false)
     if (!IsWatched(path)) return Verdict::Go;
     const int number = ++count;
     Log(call, path);
-    const bool isHit = number == at || (lasts && at > 0 && number > at && takesSpace);
+    const bool staysBad = how == "EIO" ? std::string_view(call) == "read" : takesSpace;
+    const bool isHit = number == at || (lasts && at > 0 && number > at && staysBad);
     if ((how == "EINTR" || how == "SHORT") && !CanBeInterrupted(call)) return Verdict::Go;
     return isMeant && isHit ? Carry(how) : Verdict::Go;
 }
@@ -286,6 +287,7 @@ int renameat2(int fromFolder, const char* from, int toFolder, const char* to, un
 }
 
 int link(const char* from, const char* to) {
+    if (IsLacking("hard links")) return Refuse(EPERM);
     return CallOn("link", PathOf(AT_FDCWD, to), true,
                   [&] { return syscall(SYS_linkat, AT_FDCWD, from, AT_FDCWD, to, 0); });
 }

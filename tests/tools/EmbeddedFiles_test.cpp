@@ -5,6 +5,8 @@
 #include <random>
 
 #include "PlainCarver.h"
+#include "core/GapSource.h"
+#include "tests/support/BrokenSource.h"
 #include "tests/support/TempFolder.h"
 
 namespace pictavo::tests {
@@ -165,6 +167,23 @@ TEST(EmbeddedFiles, TheOffsetToldNeverGoesBack) {
         MemorySource(Bytes(bytes.begin(), bytes.end())), kEmbeddedGif, [](const FileRange&) {}, step));
     EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
     EXPECT_GT(told.size(), 1U);
+}
+
+TEST(EmbeddedFiles, TheSearchGoesOnBehindWhatCannotBeRead) {
+    const std::string text = Gif(20) + "GIF89a" + Fill(20'000) + kGifEnd + Gif(30);
+    const ByteView bytes = AsBytes(text);
+    const BrokenSource source(Bytes(bytes.begin(), bytes.end()), {4096, 8192});
+    int noted = 0;
+    const GapSource searched(source, [&noted](const Error&) { ++noted; });
+    EXPECT_THAT(CarveFrom(searched, kEmbeddedGif),
+                ElementsAre(FileRange{0, 20}, FileRange{20, 20'028}, FileRange{20'028, 20'058}));
+    EXPECT_EQ(noted, 1);
+}
+
+TEST(EmbeddedFiles, AnUnreadablePieceCompletesNoSignature) {
+    for (const EmbeddedKind& kind : {kEmbeddedGif, kEmbeddedPng, kEmbeddedXml})
+        for (const std::string_view signature : {kind.start.bytes, kind.end.bytes})
+            EXPECT_EQ(signature.find('\xFF'), std::string_view::npos);
 }
 
 TEST(EmbeddedFiles, AStopEndsTheSearch) {

@@ -25,6 +25,7 @@ int Front::Report(const Outcome& outcome) {
     for (const Problem& problem : outcome.problems) Complain(problem);
     for (const auto& path : prompts.Kept())
         Complain(PathText(path) + ": exists already and is left alone (--overwrite replaces it)");
+    if (!outcome.warning.empty()) Complain(outcome.warning);
     return outcome.IsClean() && prompts.Kept().empty() ? kDone : kFailed;
 }
 

@@ -43,6 +43,7 @@ class PatchExtraction {
 
     Outcome Run() {
         if (const Status read = TakeAll(); !read) outcome_.problems.push_back({read.error(), std::nullopt});
+        outcome_.warning = CutHeightsText(cutHeights_);
         return std::move(outcome_);
     }
 
@@ -93,6 +94,7 @@ class PatchExtraction {
         PICTAVO_TRY(WriteSection(target, output->file));
         PICTAVO_TRY(output->file.Commit(output->mode));
         ++outcome_.written;
+        if (target.header && !target.header->isGPF2 && target.header->height > kGpfLargestSize) ++cutHeights_;
         return {};
     }
 
@@ -119,6 +121,7 @@ class PatchExtraction {
     const ByteSource& patch_;
     TargetFolder& folder_;
     PatchSectionReader sections_;
+    std::size_t cutHeights_ = 0;
     Outcome outcome_;
 };
 

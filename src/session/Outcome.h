@@ -26,8 +26,9 @@ struct Outcome {
 
     End end = End::Done;
     std::vector<Problem> problems;
-    std::size_t written = 0;  ///< files
-    std::string note = {};    ///< what was done, in English and on one line, for a status line; may be empty
+    std::size_t written = 0;   ///< files
+    std::string note = {};     ///< what was done, in English and on one line, for a status line; may be empty
+    std::string warning = {};  ///< what a user may not expect of it, though it is no failure; likewise
 
     bool IsClean() const { return end == End::Done && problems.empty(); }
 

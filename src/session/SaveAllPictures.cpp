@@ -86,6 +86,7 @@ struct Batch {
     TargetFolder folder;
     WriteBehind files;
     std::vector<int> numbers;  // of the pictures in `files`
+    std::size_t cutHeights = 0;
     Outcome outcome;
 };
 
@@ -98,6 +99,7 @@ Status SaveRow(Session& session, Ports& ports, std::size_t index, Batch& batch) 
     PICTAVO_TRY(Bytes bytes, ComposeFile(session, ports, index, batch.format));
     batch.files.Add({batch.folder.PathOf(name), std::move(bytes), *mode});
     batch.numbers.push_back(number);
+    if (batch.format == BatchFormat::Gpf && session.picture.height > kGpfLargestSize) ++batch.cutHeights;
     return {};
 }
 
@@ -147,11 +149,12 @@ Outcome SavePictures(Session& session, Ports& ports, const SaveRequest& request)
             return Refuse(session, ports, converter.error());
     auto folder = TargetFolder::Open(request.folder);
     if (!folder) return Refuse(session, ports, folder.error());
-    Batch batch{request.format, std::move(*folder), {}, {}, {}};
+    Batch batch{request.format, std::move(*folder), {}, {}, 0, {}};
     SaveRows(session, ports, request, batch);
     if (request.format == BatchFormat::Png) RemovePngTemporaries(session);
     Outcome outcome = std::move(batch.outcome);
     outcome.note = FilesWrittenText(outcome.written);
+    outcome.warning = CutHeightsText(batch.cutHeights);
     TellBatchEnd(session, ports, outcome);
     return outcome;
 }

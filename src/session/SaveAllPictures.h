@@ -26,7 +26,8 @@ Outcome SaveAsGpfs(Session& session, Ports& ports);
 /// stand (of a replaced row those of its work file); a BMP and a PNG carry alpha when the picture has it. A
 /// picture that cannot be decoded gives no file; one that the flash ends inside is written with what there
 /// is; both, and outputs that fail, are problems of the outcome, and the others go on. A declined overwrite
-/// skips that one file.
+/// skips that one file. Kept: a GPF of a picture of more than 255 rows is written all the same, and its
+/// header says 255; the outcome warns of it.
 Outcome SavePictures(Session& session, Ports& ports, const SaveRequest& request);
 
 }  // namespace pictavo

@@ -1,5 +1,6 @@
 #include "session/StatusText.h"
 
+#include "codec/GPFcodec.h"
 #include "config/LanguageFile.h"
 #include "core/ErrorText.h"
 #include "core/PathText.h"
@@ -85,6 +86,13 @@ std::string MissingLanguageText(const Session& session) {
     return OnOneLine(session.settings.Language) + ".lng was not found";
 }
 
+std::string CutHeightsText(std::size_t count) {
+    if (count == 0) return {};
+    const std::string most = std::to_string(kGpfLargestSize);
+    return Counted(count, "GPF file") + " of pictures higher than " + most + " rows: a GPF says " + most +
+           ", only a GPF2 can say more";
+}
+
 std::string ProblemText(const LanguageTable& texts, const Problem& problem) {
     std::string text;
     for (const Notice& notice : NoticesOf(texts, problem.error)) GoOnWith(text, OnOneLine(notice.text));
@@ -97,6 +105,7 @@ std::string ProblemText(const LanguageTable& texts, const Problem& problem) {
 std::string OutcomeText(const LanguageTable& texts, const Outcome& outcome) {
     std::string text = outcome.problems.empty() ? "" : ProblemText(texts, outcome.problems.back());
     Append(text, "; ", outcome.note);
+    Append(text, "; ", outcome.warning);
     return text.empty() && outcome.written > 0 ? texts.str_Succes : text;
 }
 

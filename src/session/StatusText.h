@@ -29,6 +29,9 @@ std::string PngTakenText(const std::filesystem::path& path);
 
 std::string FilesWrittenText(std::size_t count);
 
+/// A warning of so many GPF files whose pictures are higher than a GPF can say; empty when there are none.
+std::string CutHeightsText(std::size_t count);
+
 /// How many replaced pictures are in no patch yet.
 std::size_t WaitingPictures(const Session& session);
 

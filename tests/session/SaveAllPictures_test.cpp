@@ -143,9 +143,21 @@ TEST_F(SaveAllPicturesTest, AGpfOf320RowsSays255AndHoldsAllBytes) {
     FlashBuilder flash(FlashKind::NewSGoldE71);
     flash.AddPicture(3, 320, 0x05, Bytes(960, 0xE0));
     Open(flash);
-    EXPECT_TRUE(Save(BatchFormat::Gpf).IsClean());
+    const Outcome outcome = Save(BatchFormat::Gpf);
+    EXPECT_TRUE(outcome.IsClean());
+    EXPECT_EQ(outcome.warning,
+              "1 GPF file of pictures higher than 255 rows: a GPF says 255, only a GPF2 can say more");
     EXPECT_EQ(ReadFile(out / "0.gpf").at(0x15), 255);
     EXPECT_EQ(DataOf("0.gpf"), Bytes(960, 0xE0));
+}
+
+TEST_F(SaveAllPicturesTest, NoWarningIsGivenWhereTheFileCanSayTheHeight) {
+    FlashBuilder flash(FlashKind::NewSGoldE71);
+    flash.AddPicture(3, 320, 0x05, Bytes(960, 0xE0)).AddPicture(3, 255, 0x05, Bytes(765, 0xE0));
+    Open(flash);
+    EXPECT_EQ(Save(BatchFormat::Gpf2).warning, "");
+    const SaveRequest lower{out, BatchFormat::Gpf, std::set<int>{1}};
+    EXPECT_EQ(SavePictures(session, scripted.ports, lower).warning, "");
 }
 
 TEST_F(SaveAllPicturesTest, ABoldRowTakesTypeSizeAndBytesOfItsWorkFile) {

@@ -96,7 +96,7 @@ Result<AppSettings> ReadAppSettings(const ByteSource& source, AppSettings initia
 }
 
 Result<AppSettings> LoadAppSettings(const std::filesystem::path& path, AppSettings initial) {
-    if (FileMissing(path)) return initial;
+    if (NameIsFree(path)) return initial;
     PICTAVO_TRY(const auto source, FileSource::Open(path));
     return ReadAppSettings(*source, std::move(initial));
 }

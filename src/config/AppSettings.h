@@ -35,7 +35,8 @@ struct AppSettings {
 /// wins, lines of no key are passed over. Fails with ReadFailed.
 Result<AppSettings> ReadAppSettings(const ByteSource& source, AppSettings initial);
 
-/// The same from a file; a missing one gives `initial`.
+/// The same from a file; a missing one gives `initial`. Fails with FileMissing when what stands there cannot
+/// be opened.
 Result<AppSettings> LoadAppSettings(const std::filesystem::path& path, AppSettings initial);
 
 /// The whole file as it is written: every key in the order of the file, recent files only where they are

@@ -136,10 +136,16 @@ void Form2::ShowSettings() {
     for (const Switch& entry : kSwitches) Check(entry.name).setChecked(session_.settings.*entry.member);
 }
 
+/// A text that stands as it was shown keeps its bytes, which need be no UTF-8.
+std::string Form2::TextOf(const char* box, const std::string& shown) const {
+    const QString text = Text(box).text();
+    return text == Shown(shown) ? shown : text.toStdString();
+}
+
 AppSettings Form2::Chosen() const {
     AppSettings settings = session_.settings;
-    settings.nConvert = Text("Text1").text().toStdString();
-    settings.Language = Text("Text2").text().toStdString();
+    settings.nConvert = TextOf("Text1", settings.nConvert);
+    settings.Language = TextOf("Text2", settings.Language);
     for (const Switch& entry : kSwitches) settings.*entry.member = Check(entry.name).isChecked();
     return settings;
 }

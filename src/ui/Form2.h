@@ -28,6 +28,7 @@ class Form2 final : public QDialog {
 
     void RefreshCaptions();
     void ShowSettings();
+    std::string TextOf(const char* box, const std::string& shown) const;
     AppSettings Chosen() const;
     bool Apply();  ///< false when the settings could not be written, which is told
     void ChooseLanguage();

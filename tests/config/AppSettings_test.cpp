@@ -158,16 +158,22 @@ TEST(LoadAppSettings, ReadsTheFile) {
     EXPECT_TRUE(settings->ChanR);
 }
 
-TEST(LoadAppSettings, AMissingFileOrAFolderGivesTheInitialSettings) {
+TEST(LoadAppSettings, AMissingFileGivesTheInitialSettings) {
     const TempFolder temp;
     AppSettings initial;
     initial.nConvert = "x";
-    for (const auto& path : {temp / "Pictavo.ini", temp.Path()}) {
-        const auto settings = LoadAppSettings(path, initial);
-        ASSERT_TRUE(settings) << path;
-        EXPECT_EQ(*settings, initial);
-    }
+    const auto settings = LoadAppSettings(temp / "Pictavo.ini", initial);
+    ASSERT_TRUE(settings);
+    EXPECT_EQ(*settings, initial);
     EXPECT_TRUE(ListNames(temp.Path()).empty());
+}
+
+TEST(LoadAppSettings, WhatIsThereAndCannotBeOpenedIsAFailureThatNamesIt) {
+    const TempFolder temp;
+    const auto settings = LoadAppSettings(temp.Path(), {});
+    ASSERT_FALSE(settings);
+    EXPECT_EQ(settings.error().kind, ErrorKind::FileMissing);
+    EXPECT_EQ(settings.error().path, temp.Path());
 }
 
 class SaveAppSettingsTest : public ::testing::Test {

@@ -31,6 +31,18 @@ class Form2Test : public WindowFixture {
     int applied = 0;
 };
 
+TEST_F(Form2Test, APathThatIsNoUtf8KeepsItsBytesUnlessItIsChanged) {
+    session.settings.nConvert = "/opt/caf\xE9/convert";
+    Open();
+    In<QCheckBox>("Check1").click();
+    Click("Command3");
+    EXPECT_EQ(session.settings.nConvert, "/opt/caf\xE9/convert");
+    EXPECT_TRUE(Stored().starts_with("nConvert=/opt/caf\xE9/convert\r\n"));
+    In<QLineEdit>("Text1").setText("/opt/convert");
+    Click("Command3");
+    EXPECT_EQ(session.settings.nConvert, "/opt/convert");
+}
+
 TEST_F(Form2Test, ShowsTheSettingsUnderTheDesignedCaptions) {
     session.settings.CompressGPF = true;
     session.settings.HEXFilename = true;

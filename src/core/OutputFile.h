@@ -56,7 +56,7 @@ class OutputFile {
     system_file::Handle handle_;
 };
 
-/// Writes a whole file at once through OutputFile.
+/// Writes a whole file at once through OutputFile. For any thread.
 Status WriteWholeFile(const std::filesystem::path& target, ByteView bytes, CommitMode mode,
                       Durability durability = Durability::Relaxed);
 

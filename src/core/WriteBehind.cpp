@@ -18,8 +18,8 @@ void WriteBehind::Add(File file) {
 }
 
 std::vector<Status> WriteBehind::Finish() {
-    HandOver();
     Await();
+    Append(WriteAll(waiting_));
     return std::move(ends_);
 }
 
@@ -39,8 +39,11 @@ void WriteBehind::HandOver() {
 }
 
 void WriteBehind::Await() {
-    if (!atWork_.valid()) return;
-    for (Status& end : atWork_.get()) ends_.push_back(std::move(end));
+    if (atWork_.valid()) Append(atWork_.get());
+}
+
+void WriteBehind::Append(const Ends& ends) {
+    ends_.insert(ends_.end(), ends.begin(), ends.end());
 }
 
 }  // namespace pictavo

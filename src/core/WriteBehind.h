@@ -10,6 +10,9 @@
 
 namespace pictavo {
 
+/// For one thread, which may go on using everything else meanwhile: the files are copied out of its hands.
+/// What the other thread throws, for a lack of memory, Add and Finish throw. An object that goes without
+/// Finish waits for the files at work and drops those that wait.
 class WriteBehind {
   public:
     struct File {
@@ -18,12 +21,12 @@ class WriteBehind {
         CommitMode mode = CommitMode::KeepExisting;
     };
 
-    /// Takes a file over. Now and then it waits until those before are written, so that no more than about
-    /// half a MiB is held. No two files may have one target.
+    /// Takes a file over. Now and then it waits until those before are written, so that no more is held than
+    /// half a MiB, or two files where they are larger. No two files may have one target.
     void Add(File file);
 
-    /// Waits until all are written; how WriteWholeFile ended for each, in the order of Add. To be called
-    /// once, at the end: without it the last files are not written.
+    /// Writes the rest, and returns how WriteWholeFile ended for each, in the order of Add. To be called
+    /// once, at the end.
     std::vector<Status> Finish();
 
   private:
@@ -33,6 +36,7 @@ class WriteBehind {
     static Ends WriteAll(const Files& files);
     void HandOver();
     void Await();
+    void Append(const Ends& ends);
 
     Files waiting_;
     std::size_t waitingBytes_ = 0;

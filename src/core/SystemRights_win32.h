@@ -11,7 +11,7 @@ namespace pictavo::system_file {
 bool IsOwn(HANDLE file);
 
 /// Whether the folder lets anyone create files in it but this user, that user's group, the administrators and
-/// the system itself. False when that cannot be told.
+/// the system itself. True when that cannot be told.
 bool StrangersMayCreateIn(const std::wstring& folder);
 
 /// The rights of a new folder that only this user can enter, and of all in it.

@@ -31,7 +31,8 @@ using DrawIcon = std::function<Bytes(int size)>;
 FileType LoadFileType(const DesktopFolders& folders);
 
 /// Writes the files that differ from what they should hold, each whole; `processes` runs the desktop's own
-/// tools that refresh its caches, where they are installed. Fails with WriteFailed, naming the file, and also
+/// tools that refresh its caches, where they are installed, and what one of them meets is not told: the files
+/// hold, and the desktop reads them sooner or later. Fails with WriteFailed, naming the file, and also
 /// when a file that is to be changed is there but cannot be read; it then stays as it is, and so do the
 /// files behind it.
 Status SaveFileType(const FileType& type, const DesktopFolders& folders, ProcessRunner& processes,

@@ -9,7 +9,8 @@ namespace pictavo {
 
 /// The keys of the program's own picture files, of which each is a field of a FileType.
 /// docs/formats/associations.md tells which key is which file. Any other key is unknown to it: reading finds
-/// nothing, writing fails. Reading looks through the system's folders as well.
+/// nothing, writing fails. Read are the extensions and the open command only, as they were last committed,
+/// and through the system's folders as well.
 class FreedesktopStore final : public KeyStore {
   public:
     /// `processes` outlives the object; it runs the desktop's own tools that refresh its caches, where they

@@ -1,11 +1,11 @@
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <fcntl.h>
-#include <poll.h>
 #include <spawn.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 
 #include "shell/Shell_.h"
@@ -14,9 +14,12 @@ namespace pictavo {
 
 namespace {
 
-constexpr int kBetweenQuestions = 100;  // milliseconds
-constexpr int kToFinish = 3000;         // milliseconds
-constexpr int kToEndPolitely = 1000;    // milliseconds
+using std::chrono::milliseconds;
+
+constexpr milliseconds kBetweenLooks{1};
+constexpr milliseconds kBetweenQuestions{100};
+constexpr milliseconds kToFinish{3000};
+constexpr milliseconds kToEndPolitely{1000};
 
 /// What a child starts with: nothing to read, nowhere to write, and the signals as the system has them.
 class ChildSetting {
@@ -53,36 +56,35 @@ int Start(const std::filesystem::path& program, std::vector<std::string> argumen
     return posix_spawn(&child, name.c_str(), &setting.files, &setting.attributes, pointers.data(), environ);
 }
 
-/// A handle that can be read from when the child has ended; negative where the system has none.
-int HandleOf([[maybe_unused]] pid_t child) {
-#ifdef SYS_pidfd_open
-    return static_cast<int>(syscall(SYS_pidfd_open, child, 0));
-#else
-    return -1;
-#endif
+bool IsOver(pid_t child) {
+    siginfo_t end{};
+    return waitid(P_PID, static_cast<id_t>(child), &end, WEXITED | WNOHANG | WNOWAIT) != 0 || end.si_pid != 0;
 }
 
-bool HasEnded(int handle, int milliseconds) {
-    pollfd end{handle, POLLIN, 0};
-    return poll(&end, 1, milliseconds) > 0;
+/// Looks again and again, for so long at most: this works on every system, and with every use of signals.
+bool HasEnded(pid_t child, milliseconds patience) {
+    const auto start = std::chrono::steady_clock::now();
+    while (!IsOver(child)) {
+        if (std::chrono::steady_clock::now() - start >= patience) return false;
+        std::this_thread::sleep_for(kBetweenLooks);
+    }
+    return true;
 }
 
 /// Lets the child finish, asks it to end, and makes it, each where it does not.
-void End(pid_t child, int handle) {
-    if (HasEnded(handle, kToFinish)) return;
+void End(pid_t child) {
+    if (HasEnded(child, kToFinish)) return;
     kill(child, SIGTERM);
-    if (!HasEnded(handle, kToEndPolitely)) kill(child, SIGKILL);
+    if (!HasEnded(child, kToEndPolitely)) kill(child, SIGKILL);
 }
 
 /// The child's status as the system tells it.
 int AwaitEnd(pid_t child, const std::function<bool()>& goesOn) {
-    const int handle = HandleOf(child);
-    while (handle >= 0 && !HasEnded(handle, kBetweenQuestions)) {
+    while (!HasEnded(child, kBetweenQuestions)) {
         if (goesOn()) continue;
-        End(child, handle);
+        End(child);
         break;
     }
-    if (handle >= 0) close(handle);
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }

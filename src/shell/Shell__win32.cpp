@@ -1,6 +1,8 @@
 #include <windows.h>
 
+#include "core/AsciiText.h"
 #include "core/CommandLine_win32.h"
+#include "core/PathText.h"
 #include "core/SystemError_win32.h"
 #include "core/SystemPath_win32.h"
 #include "shell/Shell_.h"
@@ -43,6 +45,12 @@ DWORD AwaitEnd(const PROCESS_INFORMATION& child, const std::function<bool()>& go
     return status;
 }
 
+/// A batch file is run by a shell, which takes the arguments apart by rules of its own.
+bool IsBatchFile(const std::filesystem::path& program) {
+    const std::string extension = Lowered(PathText(program.extension()));
+    return extension == ".bat" || extension == ".cmd";
+}
+
 std::string TroubleOf(DWORD status) {
     return status == 0 ? "" : "ended with status " + std::to_string(status);
 }
@@ -53,6 +61,8 @@ std::string ChildProcessRunner::RunAndWait(const std::filesystem::path& program,
                                            const std::vector<std::string>& arguments) {
     std::error_code ignored;
     const std::filesystem::path whole = std::filesystem::absolute(program, ignored);
+    if (IsBatchFile(whole))
+        return "cannot be started (it is a batch file; only a program can be the converter)";
     const HANDLE nothing = OpenNothing();
     PROCESS_INFORMATION child{};
     const bool isStarted = Start(whole, CommandLineOf(whole, arguments), nothing, child);

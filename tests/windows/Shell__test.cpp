@@ -61,6 +61,14 @@ TEST_F(ChildProcessRunnerTest, ARelativeProgramIsOneInTheCurrentFolder) {
     EXPECT_EQ(Told(), std::vector<std::string>{"x"});
 }
 
+TEST_F(ChildProcessRunnerTest, ABatchFileIsNotStarted) {
+    for (const char* name : {"convert.bat", "convert.CMD"}) {
+        const auto batch = WriteFile(temp / name, "echo x> " + PathText(told) + "\r\n");
+        EXPECT_TRUE(Run(batch, {"x"}).starts_with("cannot be started (it is a batch file")) << name;
+        EXPECT_FALSE(std::filesystem::exists(told));
+    }
+}
+
 TEST_F(ChildProcessRunnerTest, WaitsForTheEndAndTheOutputIsThere) {
     EXPECT_EQ(Run(Teller("teller.exe"), {"slow"}), "");
     EXPECT_EQ(Told(), std::vector<std::string>{"slow"});

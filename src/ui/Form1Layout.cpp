@@ -78,6 +78,7 @@ QWidget* Form1::MakeRightSide() {
     pictureFrame_->setObjectName("PICframe");
     transparency_ = new QCheckBox("transparency");
     transparency_->setObjectName("TransCheck");
+    transparency_->setFocusPolicy(Qt::TabFocus);  // a click leaves the arrow keys with the list
     auto* side = new QWidget;
     auto* layout = new QVBoxLayout(side);
     layout->addWidget(pictureFrame_, 1);

@@ -29,7 +29,7 @@ QRect PlaceOnDevice(const QRectF& box, int factor) {
 
 PictureView::PictureView(QWidget* parent) : QWidget(parent) {
     setFixedSize(sizeHint());
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus);  // a click leaves the arrow keys with the list
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 

@@ -10,6 +10,7 @@
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/ErrorText.h"
 #include "core/FailedWrites.h"
+#include "core/ProgramArguments.h"
 #include "core/Version.h"
 #include "shell/Folders.h"
 #include "shell/ProgramFolder.h"
@@ -22,6 +23,7 @@
 #include "shell/TextLocale.h"
 #include "shell/WorkFolder.h"
 #include "ui/AppIcon.h"
+#include "ui/Application.h"
 #include "ui/Form1.h"
 #include "ui/GivenNames.h"
 #include "ui/ProgramInformation.h"
@@ -82,11 +84,11 @@ int Refuse(const Error& error) {
 
 int main(int count, char** arguments) {
     ReportFailedWrites();
-    if (const auto information = InformationAskedFor({arguments + 1, arguments + count})) {
+    if (const auto information = InformationAskedFor(ProgramArguments(count, arguments))) {
         std::cout << *information << std::flush;
         return std::cout ? 0 : 1;
     }
-    QApplication application(count, arguments);
+    Application application(count, arguments);
     QApplication::setApplicationName("Pictavo");
     QApplication::setApplicationVersion(kVersion);
     QApplication::setStyle(new ProgramStyle);

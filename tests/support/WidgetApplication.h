@@ -3,9 +3,10 @@
 /// The QApplication that the window's program makes, for the tests of widgets. It needs no display: windows
 /// are drawn off-screen.
 
-#include <QApplication>
 #include <gtest/gtest.h>
 #include <memory>
+
+#include "ui/Application.h"
 
 namespace pictavo::tests {
 
@@ -14,7 +15,7 @@ class WidgetApplication final : public ::testing::Environment {
     void SetUp() override {
         for (const char* variable : {"QT_SCALE_FACTOR", "QT_STYLE_OVERRIDE"}) qunsetenv(variable);
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        application_ = std::make_unique<QApplication>(count_, arguments_);
+        application_ = std::make_unique<Application>(count_, arguments_);
     }
     void TearDown() override { application_.reset(); }
 
@@ -22,7 +23,7 @@ class WidgetApplication final : public ::testing::Environment {
     int count_ = 1;
     char name_[16] = "pictavo-tests";
     char* arguments_[2] = {name_, nullptr};
-    std::unique_ptr<QApplication> application_;
+    std::unique_ptr<Application> application_;
 };
 
 /// One of these in a test file gives the test program its application; further ones do nothing.

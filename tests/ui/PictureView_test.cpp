@@ -127,8 +127,8 @@ TEST_F(PictureViewTest, TheFrameTellsOfTheFocus) {
     EXPECT_EQ(Shot(1).pixelColor(0, 50), QColor(Qt::green));
 }
 
-TEST_F(PictureViewTest, TabAndClickGiveItTheFocus) {
-    EXPECT_EQ(view.focusPolicy(), Qt::StrongFocus);
+TEST_F(PictureViewTest, TabGivesItTheFocusAndAClickLeavesItWithTheList) {
+    EXPECT_EQ(view.focusPolicy(), Qt::TabFocus);
 }
 
 TEST_F(PictureViewTest, ARightPressWantsTheMenu) {

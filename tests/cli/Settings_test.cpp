@@ -48,6 +48,14 @@ TEST_F(SettingsTest, WithoutTheFileTheDefaultsHoldAndNoneIsWritten) {
     EXPECT_EQ(ListNames(temp / "app"), (std::vector<std::string>{"pictavo-cli", kReadersModule}));
 }
 
+TEST_F(SettingsTest, AFileThatCannotBeOpenedIsToldOfAndTheDefaultsHold) {
+    std::filesystem::create_directory(temp / "app" / "Pictavo.ini");
+    const Ended ended = Installed({"export", flash, "-o", Path("out"), "--format", "bmp"});
+    EXPECT_EQ(ended.err, "pictavo-cli: " + Path("app/Pictavo.ini") + ": cannot be opened (it is a folder)\n");
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ListNames(temp / "out").front(), "0.bmp");
+}
+
 TEST_F(SettingsTest, NamesFollowTheFileBesideTheExecutable) {
     Settings("ZeroFilename=true\r\n");
     EXPECT_EQ(ExportedNames(), std::vector<std::string>{"0003.bmp"});

@@ -1,6 +1,8 @@
 #include "codec/PictureDecoder.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <limits>
 
 #include "codec/CellNumber.h"
@@ -278,6 +280,11 @@ bool FitsRaster(const PictureFormat& format) {
     return format.width <= Raster::kColumns && format.height <= Raster::kRows;
 }
 
+Failure RefuseSize(const ByteSource& source, std::uint64_t offset, const PictureFormat& format) {
+    return Fail(ErrorKind::TooLarge, source.Path(), offset,
+                "the picture (" + SizeText(format.width, format.height) + ") is too large to show");
+}
+
 Failure RefuseEmptyGroups(const ByteSource& source, std::uint64_t offset) {
     return Fail(
         ErrorKind::Malformed, source.Path(), offset,
@@ -290,6 +297,38 @@ Failure RefuseBitDepth(const ByteSource& source, int bitDepth) {
                 (bitDepth < 0 ? "" : " ") + std::to_string(bitDepth) + "bit");
 }
 
+/// True unless the picture ended before its last pixel.
+bool Run(Decode& decode, const PictureFormat& format) {
+    if (format.compressed) return DecodeCompressed(decode, format.bitDepth);
+    DecodeUncompressed(decode, format.bitDepth);
+    return true;
+}
+
+/// What a decode that ran met.
+Status Check(const Decode& decode, const PictureFormat& format, const ByteSource& source,
+             std::uint64_t offset) {
+    const Status& health = decode.cursor.Health();
+    if (!health) return Failure(WithPath(health.error(), source.Path()));
+    if (!decode.writer.InRange() || !FitsRaster(format)) return RefuseSize(source, offset, format);
+    if (decode.emptyGroups > kMostEmptyGroups) return RefuseEmptyGroups(source, offset);
+    return {};
+}
+
+Result<DecodedPicture> DecodePixels(const ByteSource& source, std::uint64_t offset,
+                                    const PictureFormat& format, Raster& raster) {
+    Decode decode{Cursor(source, offset), RasterWriter(raster, format.width), format.width, format.height};
+    const bool isWhole = Run(decode, format);
+    PICTAVO_TRY(Check(decode, format, source, offset));
+    return DecodedPicture{decode.cursor.Consumed(), isWhole && decode.cursor.Position() <= source.Size()};
+}
+
+void SetFormat(const PictureFormat& format, Picture& picture) {
+    picture.width = format.width;
+    picture.height = format.height;
+    picture.bitDepth = format.bitDepth;
+    picture.RasterHasAlpha = format.bitDepth == 24;
+}
+
 }  // namespace
 
 PictureFormat FormatOf(const PictureRecord& record, int depthOfUnknown) {
@@ -300,24 +339,8 @@ PictureFormat FormatOf(const PictureRecord& record, int depthOfUnknown) {
 Result<DecodedPicture> DecodePicture(const ByteSource& source, std::uint64_t offset,
                                      const PictureFormat& format, Picture& picture) {
     if (!IsBitDepth(format.bitDepth)) return RefuseBitDepth(source, format.bitDepth);
-    Decode decode{Cursor(source, offset), RasterWriter(picture.raster, format.width), format.width,
-                  format.height};
-    DecodedPicture decoded;
-    if (format.compressed)
-        decoded.complete = DecodeCompressed(decode, format.bitDepth);
-    else
-        DecodeUncompressed(decode, format.bitDepth);
-    if (!decode.cursor.Health()) return Failure(WithPath(decode.cursor.Health().error(), source.Path()));
-    if (!decode.writer.InRange() || !FitsRaster(format))
-        return Fail(ErrorKind::TooLarge, source.Path(), offset,
-                    "the picture (" + SizeText(format.width, format.height) + ") is too large to show");
-    if (decode.emptyGroups > kMostEmptyGroups) return RefuseEmptyGroups(source, offset);
-    decoded.consumed = decode.cursor.Consumed();
-    if (decode.cursor.Position() > source.Size()) decoded.complete = false;
-    picture.width = format.width;
-    picture.height = format.height;
-    picture.bitDepth = format.bitDepth;
-    picture.RasterHasAlpha = format.bitDepth == 24;
+    PICTAVO_TRY(const DecodedPicture decoded, DecodePixels(source, offset, format, picture.raster));
+    SetFormat(format, picture);
     return decoded;
 }
 

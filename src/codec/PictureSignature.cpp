@@ -7,31 +7,59 @@ namespace pictavo {
 
 namespace {
 
-Result<PictureFileInfo> ReadBitmapInfo(const ByteSource& source) {
-    constexpr std::uint32_t kShortHeaderSize = 12;  // the oldest form: 16-bit width and height
+/// Places in a bitmap's header of the fields that differ between its two forms.
+struct BitmapLayout {
+    std::size_t width;
+    std::size_t height;
+    std::size_t bitDepth;  // two bytes; no depth needs the second
+};
+
+constexpr std::size_t kBitmapPixelOffsetAt = 10;
+constexpr std::size_t kInformationSizeAt = 14;   // of the rest of the header; it tells the form
+constexpr std::uint32_t kShortInformation = 12;  // the oldest form: 16-bit width and height
+constexpr BitmapLayout kShortLayout{18, 20, 24};
+constexpr BitmapLayout kBitmapLayout{18, 22, 28};
+constexpr std::size_t kBitmapCompressionAt = 30;
+
+constexpr std::size_t kBitmapHead = kBitmapCompressionAt + 4;
+constexpr std::size_t kLeastBitmapHead = kBitmapCompressionAt;  // without one the pixels count as plain
+
+PictureFileInfo ParseShortBitmapHead(ByteView head) {
+    PictureFileInfo info;
+    info.width = LittleEndian16(head.subspan(kShortLayout.width));
+    info.height = LittleEndian16(head.subspan(kShortLayout.height));
+    info.bitDepth = head[kShortLayout.bitDepth];
+    return info;
+}
+
+std::int64_t SignedField(ByteView head, std::size_t at) {
+    return static_cast<std::int32_t>(LittleEndian32(head.subspan(at)));
+}
+
+PictureFileInfo ParseBitmapHead(ByteView head) {
     constexpr std::uint32_t kPlainPixels = 0;
     constexpr std::uint32_t kPlainPixelsWithMasks = 3;
-    std::array<std::uint8_t, 34> head{};
-    PICTAVO_TRY(const std::size_t count, source.ReadAt(0, head));
-    if (count < 30)
-        return Fail(ErrorKind::Truncated, source.Path(), count, "the file ends inside its header");
-    const ByteView bytes(head);
     PictureFileInfo info;
-    info.kind = PictureFileKind::Bitmap;
-    info.pixelOffset = LittleEndian32(bytes.subspan(10));
-    if (LittleEndian32(bytes.subspan(14)) == kShortHeaderSize) {
-        info.width = LittleEndian16(bytes.subspan(18));
-        info.height = LittleEndian16(bytes.subspan(20));
-        info.bitDepth = bytes[24];
-        return info;
-    }
-    info.width = static_cast<std::int32_t>(LittleEndian32(bytes.subspan(18)));
-    const std::int64_t height = static_cast<std::int32_t>(LittleEndian32(bytes.subspan(22)));
+    info.width = SignedField(head, kBitmapLayout.width);
+    const std::int64_t height = SignedField(head, kBitmapLayout.height);
     info.topDown = height < 0;
     info.height = info.topDown ? -height : height;
-    info.bitDepth = bytes[28];
-    const std::uint32_t compression = LittleEndian32(bytes.subspan(30));
+    info.bitDepth = head[kBitmapLayout.bitDepth];
+    const std::uint32_t compression = LittleEndian32(head.subspan(kBitmapCompressionAt));
     info.isCompressed = compression != kPlainPixels && compression != kPlainPixelsWithMasks;
+    return info;
+}
+
+Result<PictureFileInfo> ReadBitmapInfo(const ByteSource& source) {
+    std::array<std::uint8_t, kBitmapHead> head{};
+    PICTAVO_TRY(const std::size_t count, source.ReadAt(0, head));
+    if (count < kLeastBitmapHead)
+        return Fail(ErrorKind::Truncated, source.Path(), count, "the file ends inside its header");
+    const ByteView bytes(head);
+    const bool isShort = LittleEndian32(bytes.subspan(kInformationSizeAt)) == kShortInformation;
+    PictureFileInfo info = isShort ? ParseShortBitmapHead(bytes) : ParseBitmapHead(bytes);
+    info.kind = PictureFileKind::Bitmap;
+    info.pixelOffset = LittleEndian32(bytes.subspan(kBitmapPixelOffsetAt));
     return info;
 }
 

@@ -35,10 +35,6 @@ OpenFlash Open(const std::filesystem::path& path) {
     return {std::move(*image), std::move(table->rows)};
 }
 
-PictureFormat FormatOf(const PictureRecord& row) {
-    return {row.width, row.height, BitDepthOf(row.typeCode).value_or(0), IsCompressed(row.typeCode)};
-}
-
 std::size_t RasterBytes(const Picture& picture) {
     return sizeof(Cell) * static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height);
 }
@@ -47,7 +43,7 @@ std::size_t RasterBytes(const Picture& picture) {
 std::size_t DecodeAll(const OpenFlash& flash, Picture& picture) {
     std::size_t bytes = 0;
     for (const PictureRecord& row : flash.rows) {
-        Check(DecodePicture(*flash.image.source, row.picOffset, FormatOf(row), picture).has_value(),
+        Check(DecodePicture(*flash.image.source, row.picOffset, FormatOf(row, 0), picture).has_value(),
               "decoding");
         bytes += RasterBytes(picture);
     }
@@ -110,7 +106,7 @@ bool BenchEncode(const std::filesystem::path& folder) {
     std::vector<KeptPicture> pictures;
     std::size_t bytes = 0;
     for (const PictureRecord& row : flash.rows) {
-        Check(DecodePicture(*flash.image.source, row.picOffset, FormatOf(row), picture).has_value(),
+        Check(DecodePicture(*flash.image.source, row.picOffset, FormatOf(row, 0), picture).has_value(),
               "decoding");
         pictures.push_back(Keep(picture));
         bytes += RasterBytes(picture);

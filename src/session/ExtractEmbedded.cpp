@@ -4,7 +4,6 @@
 #include "core/GapSource.h"
 #include "session/Extraction.h"
 #include "session/Report.h"
-#include "session/StatusText.h"
 
 namespace pictavo {
 
@@ -56,14 +55,12 @@ Outcome ExtractEmbeddedTo(Session& session, Ports& ports, const EmbeddedKind& ki
                           const std::filesystem::path& source, const std::filesystem::path& folder) {
     const auto file = FileSource::Open(source);
     if (!file) return Refuse(session, ports, file.error());
-    auto targets = TargetFolder::Open(folder);
-    if (!targets) return Refuse(session, ports, targets.error());
-    Outcome outcome = Carve(session, ports, kind, **file, *targets);
-    outcome.note = FilesWrittenText(outcome.written);
-    if (!WasStopped(outcome)) ports.progress.At(100);
-    TellProblems(ports, outcome);
-    if (!WasStopped(outcome)) ports.prompts.Tell(CountedCompletion(session.texts, outcome.written));
-    return outcome;
+    const auto carve = [&](TargetFolder& targets) {
+        Outcome outcome = Carve(session, ports, kind, **file, targets);
+        if (!WasStopped(outcome)) ports.progress.At(100);
+        return outcome;
+    };
+    return ExtractInto(session, ports, folder, carve, CompletionForm::WithCount);
 }
 
 }  // namespace pictavo

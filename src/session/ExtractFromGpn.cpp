@@ -4,7 +4,6 @@
 #include "session/Extraction.h"
 #include "session/Names.h"
 #include "session/Report.h"
-#include "session/StatusText.h"
 #include "tools/GpnReader.h"
 
 namespace pictavo {
@@ -114,12 +113,9 @@ Outcome ExtractFromGpnTo(Session& session, Ports& ports, const std::filesystem::
     const auto pictures = ReadGpn(**source);
     if (!pictures) return Refuse(session, ports, pictures.error());
     if (pictures->empty()) return RefuseKind(session, ports, container);
-    auto targets = TargetFolder::Open(folder);
-    if (!targets) return Refuse(session, ports, targets.error());
-    Outcome outcome = GpnExtraction(session, ports, **source, *targets).Run(*pictures);
-    outcome.note = FilesWrittenText(outcome.written);
-    TellBatchEnd(session, ports, outcome);
-    return outcome;
+    return ExtractInto(session, ports, folder, [&](TargetFolder& targets) {
+        return GpnExtraction(session, ports, **source, targets).Run(*pictures);
+    });
 }
 
 }  // namespace pictavo

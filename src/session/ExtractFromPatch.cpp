@@ -139,12 +139,9 @@ Outcome ExtractFromPatchTo(Session& session, Ports& ports, const std::filesystem
                            const std::filesystem::path& folder) {
     const auto source = FileSource::Open(patch);
     if (!source) return Refuse(session, ports, source.error());
-    auto targets = TargetFolder::Open(folder);
-    if (!targets) return Refuse(session, ports, targets.error());
-    Outcome outcome = PatchExtraction(session, ports, **source, *targets).Run();
-    outcome.note = FilesWrittenText(outcome.written);
-    TellBatchEnd(session, ports, outcome);
-    return outcome;
+    return ExtractInto(session, ports, folder, [&](TargetFolder& targets) {
+        return PatchExtraction(session, ports, **source, targets).Run();
+    });
 }
 
 }  // namespace pictavo

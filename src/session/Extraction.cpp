@@ -2,6 +2,7 @@
 
 #include "core/BasicCalculations_Tarsk.h"
 #include "session/Report.h"
+#include "session/StatusText.h"
 
 namespace pictavo {
 
@@ -14,6 +15,18 @@ Outcome ChooseAndExtract(const Session& session, Ports& ports, std::vector<FileF
     if (FileMissing(source)) return RefuseMissing(session, ports, source, missing);
     const auto folder = ports.prompts.BrowseForFolder(FolderTitle(texts, texts.str_4save));
     return folder.empty() ? Outcome::Cancelled() : extract(source, folder);
+}
+
+Outcome ExtractInto(const Session& session, Ports& ports, const std::filesystem::path& folder,
+                    const ExtractFiles& extract, CompletionForm form) {
+    auto targets = TargetFolder::Open(folder);
+    if (!targets) return Refuse(session, ports, targets.error());
+    Outcome outcome = extract(*targets);
+    outcome.note = FilesWrittenText(outcome.written);
+    const bool hasCount = form == CompletionForm::WithCount;
+    TellBatchEnd(ports, outcome,
+                 hasCount ? CountedCompletion(session.texts, outcome.written) : Completion(session.texts));
+    return outcome;
 }
 
 Result<std::optional<ExtractedFile>> ExtractedFile::Begin(const Session& session, Ports& ports,

@@ -21,6 +21,18 @@ using ExtractTo =
 Outcome ChooseAndExtract(const Session& session, Ports& ports, std::vector<FileFilter> filters,
                          MissingForm missing, const ExtractTo& extract);
 
+using ExtractFiles = std::function<Outcome(TargetFolder& folder)>;
+
+enum class CompletionForm {
+    Plain,
+    WithCount,  ///< the number of files is its title
+};
+
+/// Opens the folder, or refuses it, extracts into it and ends the command: its note tells how many files were
+/// written, and the boxes are those of TellBatchEnd.
+Outcome ExtractInto(const Session& session, Ports& ports, const std::filesystem::path& folder,
+                    const ExtractFiles& extract, CompletionForm form = CompletionForm::Plain);
+
 /// A file of an extraction while it is written.
 struct ExtractedFile {
     std::string name;  ///< in its folder

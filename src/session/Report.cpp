@@ -63,8 +63,12 @@ bool WasStopped(const Outcome& outcome) {
 }
 
 void TellBatchEnd(const Session& session, Ports& ports, const Outcome& outcome) {
+    TellBatchEnd(ports, outcome, Completion(session.texts));
+}
+
+void TellBatchEnd(Ports& ports, const Outcome& outcome, const Notice& completion) {
     TellProblems(ports, outcome);
-    if (!WasStopped(outcome)) ports.prompts.Tell(Completion(session.texts));
+    if (!WasStopped(outcome)) ports.prompts.Tell(completion);
 }
 
 }  // namespace pictavo

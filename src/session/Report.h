@@ -36,4 +36,7 @@ bool WasStopped(const Outcome& outcome);
 /// the user stopped it.
 void TellBatchEnd(const Session& session, Ports& ports, const Outcome& outcome);
 
+/// The same with a completion message of the command's own.
+void TellBatchEnd(Ports& ports, const Outcome& outcome, const Notice& completion);
+
 }  // namespace pictavo

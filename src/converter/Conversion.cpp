@@ -2,33 +2,17 @@
 
 #include <QBuffer>
 #include <QImage>
-#include <QImageReader>
 
 #include "codec/Bitmap.h"
 #include "core/OutputFile.h"
 #include "core/PathText.h"
-#include "core/SilencedStandardError.h"
+#include "imaging/PictureReading.h"
 
 namespace pictavo {
 
 namespace {
 
 constexpr std::uint64_t kLongestFile = std::uint64_t{64} << 20;
-
-/// With straight alpha, so that the colour of a transparent pixel stays what it is.
-ImportedPixels PixelsOf(const QImage& image) {
-    const QImage straight = image.convertToFormat(QImage::Format_ARGB32);
-    ImportedPixels pixels{straight.width(), straight.height(), {}, true};
-    for (int y = 0; y < straight.height(); ++y) {
-        for (int x = 0; x < straight.width(); ++x) {
-            const QRgb pixel = straight.pixel(x, y);
-            pixels.cells.push_back(
-                {static_cast<std::uint8_t>(qRed(pixel)), static_cast<std::uint8_t>(qGreen(pixel)),
-                 static_cast<std::uint8_t>(qBlue(pixel)), static_cast<std::uint8_t>(qAlpha(pixel))});
-        }
-    }
-    return pixels;
-}
 
 /// Read whole and not by name: a name on Linux may hold bytes that a QString cannot.
 Result<QByteArray> WholeFile(const ByteSource& source) {
@@ -43,16 +27,7 @@ Result<ImportedPixels> ReadWithQt(const ByteSource& source, const char* format) 
     QBuffer buffer;
     buffer.setData(file);
     buffer.open(QIODevice::ReadOnly);
-    const SilencedStandardError silence;
-    QImageReader reader(&buffer, format);
-    const QSize size = reader.size();
-    PICTAVO_TRY(CheckPictureSize(source.Path(), size.width(), size.height()));
-    const QImage image = reader.read();
-    if (image.isNull())
-        return Fail(ErrorKind::Malformed, source.Path(),
-                    "cannot be read as a picture (" + reader.errorString().toStdString() + ")");
-    PICTAVO_TRY(CheckPictureSize(source.Path(), image.width(), image.height()));
-    return PixelsOf(image);
+    return ReadPictureAs(format, buffer, source.Path());
 }
 
 /// Bitmaps of 32 bits are read here, since Qt's reader would drop their alpha.

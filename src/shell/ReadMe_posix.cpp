@@ -7,13 +7,8 @@
 
 namespace pictavo {
 
-void ShowReadMe(const std::vector<std::filesystem::path>& folders) {
-    for (const std::filesystem::path& folder : folders) {
-        const std::filesystem::path file = folder / "ReadMe.txt";
-        if (FileMissing(file)) continue;
-        QDesktopServices::openUrl(QUrl::fromLocalFile(QtPath(file)));
-        return;
-    }
+void ShowReadMe(const std::filesystem::path& readMe) {
+    if (!FileMissing(readMe)) QDesktopServices::openUrl(QUrl::fromLocalFile(QtPath(readMe)));
 }
 
 }  // namespace pictavo

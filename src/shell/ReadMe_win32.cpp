@@ -22,8 +22,8 @@ void Start(std::wstring line) {
 
 }  // namespace
 
-void ShowReadMe(const std::vector<std::filesystem::path>& folders) {
-    if (!folders.empty()) Start(L"notepad.exe " + (folders.front() / "ReadMe.txt").wstring());
+void ShowReadMe(const std::filesystem::path& readMe) {
+    Start(L"notepad.exe " + readMe.wstring());
 }
 
 }  // namespace pictavo

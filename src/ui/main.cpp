@@ -4,10 +4,8 @@
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QTimer>
-#include <algorithm>
 #include <iostream>
 
-#include "core/BasicCalculations_Tarsk.h"
 #include "core/ErrorText.h"
 #include "core/FailedWrites.h"
 #include "core/ProgramArguments.h"
@@ -35,8 +33,6 @@ namespace {
 
 using namespace pictavo;
 
-constexpr const char* kReadMe = "ReadMe.txt";
-
 /// Where things lie, and the settings that hold without a file.
 Session MakeSession(const std::filesystem::path& workFolder) {
     Session session;
@@ -49,23 +45,16 @@ Session MakeSession(const std::filesystem::path& workFolder) {
     return session;
 }
 
-/// The one that is shown, or where it was to be.
-std::filesystem::path ReadMeFile() {
-    const auto folders = DataFolders(ProgramFolder());
-    const auto found = std::find_if(folders.begin(), folders.end(),
-                                    [](const auto& folder) { return !FileMissing(folder / kReadMe); });
-    return (found != folders.end() ? *found : folders.front()) / kReadMe;
-}
-
 int RunWindow(const std::filesystem::path& workFolder, const std::vector<std::string>& names) {
     QtPrompts prompts;
     ChildProcessRunner processes;
     QtPictureLoader pictures;
-    const auto showReadMe = [] { ShowReadMe(DataFolders(ProgramFolder())); };
+    const std::filesystem::path readMe = ReadMeFile(DataFolders(ProgramFolder()));
+    const auto showReadMe = [&readMe] { ShowReadMe(readMe); };
     const auto store = MakeSystemStore(processes, AppIconPng);
     SystemAssociations associations(*store, prompts);
-    const WindowServices services{prompts,          processes,  pictures,    &associations,
-                                  RunningProgram(), showReadMe, ReadMeFile()};
+    const WindowServices services{prompts,          processes,  pictures, &associations,
+                                  RunningProgram(), showReadMe, readMe};
     Form1 form(MakeSession(workFolder), services);
     prompts.Attach(
         &form, [&form] { return form.PickSaveCommand(); }, [&form] { return form.CancelCaption(); });

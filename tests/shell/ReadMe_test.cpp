@@ -27,7 +27,7 @@ namespace {
 
 class ReadMeTest : public ::testing::Test {
   protected:
-    void Show() { ShowReadMe({first.Path(), second.Path()}); }
+    std::filesystem::path Found() const { return ReadMeFile({first.Path(), second.Path()}); }
 
     TempFolder first;
     TempFolder second;
@@ -36,24 +36,28 @@ class ReadMeTest : public ::testing::Test {
 
 TEST_F(ReadMeTest, OfTheFoldersTheFirstThatHasItCounts) {
     const auto there = WriteFile(second / "ReadMe.txt", std::string("second"));
-    Show();
-    EXPECT_EQ(opened.paths, std::vector<std::string>{there.string()});
+    EXPECT_EQ(Found(), there);
     const auto before = WriteFile(first / "ReadMe.txt", std::string("first"));
-    Show();
-    EXPECT_EQ(opened.paths, (std::vector<std::string>{there.string(), before.string()}));
+    EXPECT_EQ(Found(), before);
+}
+
+TEST_F(ReadMeTest, WhereNoFolderHasItThatOfTheFirstIsNamed) {
+    EXPECT_EQ(Found(), first / "ReadMe.txt");
+    std::filesystem::create_directory(second / "ReadMe.txt");
+    EXPECT_EQ(Found(), first / "ReadMe.txt");
 }
 
 TEST_F(ReadMeTest, ANameWithBlanksAndSignsIsOpenedAsItStands) {
     std::filesystem::create_directory(first / "a b#c%20d");
     const auto there = WriteFile(first / "a b#c%20d" / "ReadMe.txt", std::string("text"));
-    ShowReadMe({first / "a b#c%20d"});
+    ShowReadMe(there);
     EXPECT_EQ(opened.paths, std::vector<std::string>{there.string()});
 }
 
-TEST_F(ReadMeTest, WhereNoFolderHasItNothingHappens) {
+TEST_F(ReadMeTest, WhenItIsMissingNothingHappens) {
+    ShowReadMe(Found());
     std::filesystem::create_directory(first / "ReadMe.txt");
-    Show();
-    ShowReadMe({});
+    ShowReadMe(Found());
     EXPECT_TRUE(opened.paths.empty());
 }
 

@@ -1,7 +1,10 @@
+#include <algorithm>
+
 #include "cli/Command.h"
 #include "cli/CommandSession.h"
 #include "cli/NumberList.h"
 #include "cli/PathOption.h"
+#include "codec/GPFcodec.h"
 #include "codec/PictureEncoder.h"
 #include "core/AsciiText.h"
 #include "core/BasicCalculations_Tarsk.h"
@@ -22,7 +25,7 @@ std::string LoweredExtension(const std::filesystem::path& path) {
 }
 
 bool IsGpf(const std::string& extension) {
-    return extension == ".gpf" || extension == ".gpf2";
+    return std::find(kGpfExtensions.begin(), kGpfExtensions.end(), extension) != kGpfExtensions.end();
 }
 
 bool CanBeWritten(const std::string& extension) {
@@ -97,7 +100,8 @@ class ConvertCommand final : public Command {
         const bool hasAlpha = run.session.picture.RasterHasAlpha;
         if (extension == ".bmp") return SaveBmpTo(run.session, run.ports, out_, hasAlpha, in_);
         if (extension == ".png") return SavePngTo(run.session, run.ports, out_, hasAlpha, in_);
-        return SaveGpfTo(run.session, run.ports, out_, extension == ".gpf2", *ParseType(type_), in_);
+        return SaveGpfTo(run.session, run.ports, out_, extension == GpfExtension(true), *ParseType(type_),
+                         in_);
     }
 
     std::filesystem::path in_;

@@ -23,6 +23,9 @@ constexpr const char* GpfExtension(bool isGPF2) {
     return isGPF2 ? ".gpf2" : ".gpf";
 }
 
+/// Those of both variants, by which the system can open such files.
+inline constexpr std::array kGpfExtensions = {GpfExtension(false), GpfExtension(true)};
+
 struct GpfHeader {
     std::uint16_t width = 0;   ///< pixels
     std::uint16_t height = 0;  ///< pixels

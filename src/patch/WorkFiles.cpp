@@ -1,5 +1,6 @@
 #include "patch/WorkFiles.h"
 
+#include "codec/GPFcodec.h"
 #include "core/AsciiText.h"
 #include "core/PathText.h"
 #include "core/PictureTable.h"
@@ -8,12 +9,12 @@
 namespace pictavo {
 
 std::filesystem::path WorkFiles::Replacement(int number) const {
-    return folder / (PictureNumberText(number) + ".gpf2");
+    return folder / (PictureNumberText(number) + GpfExtension(true));
 }
 
 Result<bool> WorkFiles::IsOne(const std::filesystem::path& path) const {
     const std::filesystem::path name = path.filename();
-    const bool isReplacement = name.extension() == ".gpf2" && IsDecimal(PathText(name.stem()));
+    const bool isReplacement = name.extension() == GpfExtension(true) && IsDecimal(PathText(name.stem()));
     if (!isReplacement && name != PngBitmap().filename() && name != Png().filename() &&
         name != PngPatch().filename())
         return false;

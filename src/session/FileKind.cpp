@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
+#include "codec/GPFcodec.h"
 #include "core/AsciiText.h"
 #include "core/PathText.h"
-#include "session/Ports.h"
 
 namespace pictavo {
 

@@ -1,5 +1,6 @@
 #include "session/Messages.h"
 
+#include "codec/GPFcodec.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/ErrorText.h"
 #include "core/NoOtherValue.h"

@@ -1,5 +1,6 @@
 #include "session/Names.h"
 
+#include "codec/GPFcodec.h"
 #include "core/AsciiText.h"
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/PathText.h"
@@ -55,7 +56,7 @@ std::filesystem::path GpfName(const std::filesystem::path& answer, bool isGPF2) 
 }
 
 bool NamesGpf2(const std::filesystem::path& name) {
-    return EndsWith(name, ".gpf2");
+    return EndsWith(name, GpfExtension(true));
 }
 
 }  // namespace pictavo

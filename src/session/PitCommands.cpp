@@ -1,5 +1,6 @@
 #include "session/PitCommands.h"
 
+#include "codec/GPFcodec.h"
 #include "core/FolderIndex.h"
 #include "patch/PitBlocks.h"
 #include "session/Messages.h"
@@ -64,8 +65,8 @@ std::optional<std::filesystem::path> FindSource(const Session& session, const Fo
                                                 std::size_t index) {
     if (HasReplacement(session, index)) return session.workFiles.Replacement(session.rows[index].number);
     const std::string name = NumberName(session.settings, session.rows[index].number);
-    if (auto path = folder.Find(name + ".gpf2")) return path;
-    return folder.Find(name + ".gpf");
+    if (auto path = folder.Find(name + GpfExtension(true))) return path;
+    return folder.Find(name + GpfExtension(false));
 }
 
 Result<RebuildSource> ReadSource(const Session& session, const FolderIndex& folder,

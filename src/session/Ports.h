@@ -3,7 +3,6 @@
 /// What a command asks the world outside for. The window answers with boxes and choosers, the command line
 /// with its options, a test with a script. A command knows no more of its front than this.
 
-#include <array>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -107,9 +106,6 @@ class PictureLoader {
     /// when it is larger than 240 x 320, and with FileMissing.
     virtual Result<ImportedPixels> Load(const std::filesystem::path& path) = 0;
 };
-
-/// The extensions of the program's own picture files, which the system can open them by.
-inline constexpr std::array kGpfExtensions = {".gpf", ".gpf2"};
 
 /// What follows the program in a command that opens a file: the place of the file's name.
 inline constexpr std::string_view kFileArgument = " \"%1\"";

@@ -25,7 +25,8 @@ namespace pictavo {
 namespace {
 
 /// In the order in which a folder is searched for a picture.
-constexpr std::array kSearchedExtensions = {".gpf2", ".gpf", ".bmp", ".png", ".jpg", ".gif"};
+constexpr std::array kSearchedExtensions = {
+    GpfExtension(true), GpfExtension(false), ".bmp", ".png", ".jpg", ".gif"};
 
 /// The kind of a file is told by the last four characters of its name.
 std::string LoweredEnd(const std::filesystem::path& path) {

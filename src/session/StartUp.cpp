@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "codec/GPFcodec.h"
 #include "core/PathText.h"
 #include "session/Messages.h"
 #include "session/PngConverter.h"

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "codec/GPFcodec.h"
 #include "core/OutputFile.h"
 #include "core/PathText.h"
 #include "shell/DefaultApplication.h"

@@ -4,16 +4,16 @@
 #include <utility>
 #include <vector>
 
-#include "session/Ports.h"
+#include "codec/GPFcodec.h"
 
 namespace pictavo {
 
 namespace {
 
-/// Each extension with the magic of its files, which docs/formats/gpf.md describes.
+/// Each extension with the magic of its files.
 const std::vector<std::pair<std::string, std::string>>& Magics() {
     static const std::vector<std::pair<std::string, std::string>> magics{
-        {kGpfExtensions[0], "GraphicPatchFile"}, {kGpfExtensions[1], "GraphPatchFile_2"}};
+        {GpfExtension(false), std::string(kGpfMagic)}, {GpfExtension(true), std::string(kGpf2Magic)}};
     return magics;
 }
 

@@ -1,5 +1,6 @@
 #include "shell/SystemAssociations.h"
 
+#include "codec/GPFcodec.h"
 #include "shell/AssociatedProgram.h"
 #include "shell/CFileAssociation.h"
 #include "shell/MimePackage.h"

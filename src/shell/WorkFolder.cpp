@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "codec/GPFcodec.h"
 #include "core/SystemFile.h"
 #include "core/SystemNames.h"
 #include "shell/TemporaryFolder.h"
@@ -12,13 +13,12 @@ namespace pictavo {
 namespace {
 
 constexpr const char* kLockName = "pictavo.lock";
-constexpr const char* kWorkFileExtension = ".gpf2";
 
 /// What cannot be looked into counts as holding some.
 bool HoldsWorkFiles(const std::filesystem::path& folder) {
     const auto names = system_file::FileNamesIn(folder);
     return !names || std::any_of(names->begin(), names->end(), [](const std::filesystem::path& name) {
-        return name.extension() == kWorkFileExtension;
+        return name.extension() == GpfExtension(true);
     });
 }
 

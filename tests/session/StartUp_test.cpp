@@ -80,10 +80,5 @@ TEST_F(StartUpTest, AFailureToRegisterIsTold) {
     EXPECT_EQ(scripted.prompts.NoticeTexts(), std::vector<std::string>{"/home/x\rcannot be created"});
 }
 
-TEST(GpfExtensions, AreThoseOfBothVariants) {
-    EXPECT_STREQ(kGpfExtensions[0], GpfExtension(false));
-    EXPECT_STREQ(kGpfExtensions[1], GpfExtension(true));
-}
-
 }  // namespace
 }  // namespace pictavo::tests

@@ -62,7 +62,8 @@ void DeclareOptions(CLI::App& app, Wishes& wishes) {
         ->capture_default_str();
     app.add_flag("--no-erased", wishes.noErased, "Leave no erased flash for grown pictures");
     app.add_option("--replacements", wishes.replacements,
-                   "Also write some picture files to replace pictures with, named by number (0007.png)")
+                   "Also write some picture files to replace pictures with, named by number with leading "
+                   "zeros (0007.png)")
         ->type_name("DIR");
 }
 

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -14,6 +15,17 @@
 namespace pictavo {
 
 namespace {
+
+/// The title can tell how many files were written, and a window has it beside its buttons.
+constexpr int kTitleWidth = 240;
+
+/// A box heeds no least width of its own, but that of what lies in it.
+void WidenForTitle(QMessageBox& box) {
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (grid == nullptr) return;
+    auto* room = new QSpacerItem(kTitleWidth, 0, QSizePolicy::Minimum, QSizePolicy::Fixed);
+    grid->addItem(room, grid->rowCount(), 0, 1, grid->columnCount());
+}
 
 QString BoxTitle(const std::string& title) {
     return title.empty() ? QString("Pictavo") : Shown(title);
@@ -77,6 +89,7 @@ void QtPrompts::Tell(const Notice& notice) {
     QMessageBox box(QMessageBox::Information, BoxTitle(notice.title), Shown(notice.text), QMessageBox::Ok,
                     Parent());
     box.setTextFormat(Qt::PlainText);
+    WidenForTitle(box);
     box.exec();
 }
 

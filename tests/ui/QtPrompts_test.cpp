@@ -71,6 +71,16 @@ TEST_F(QtPromptsTest, ReturnDoesNotOverwriteButAnswersOkToTheRest) {
     }
 }
 
+TEST_F(QtPromptsTest, ANoticeOfOneWordHasRoomForItsTitle) {
+    int width = 0;
+    WithNext<QMessageBox>([&width](QMessageBox& box) {
+        width = box.width();
+        box.close();
+    });
+    prompts.Tell({" 3", "OK"});
+    EXPECT_GE(width, 240);
+}
+
 TEST_F(QtPromptsTest, ANoticeWithoutATitleBearsTheProgramsName) {
     WithNext<QMessageBox>([](QMessageBox& box) {
         EXPECT_EQ(box.windowTitle(), "Pictavo");

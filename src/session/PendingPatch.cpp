@@ -9,6 +9,8 @@ namespace pictavo {
 
 namespace {
 
+constexpr int kUnknownDepth = 0;  // which is refused
+
 Result<NewPicture> ReadNewPicture(const std::filesystem::path& workFile) {
     Picture scratch;
     PICTAVO_TRY(const auto source, FileSource::Open(workFile));
@@ -44,10 +46,12 @@ std::vector<ReplacedRow> ReplacedRows(const Session& session, Outcome& outcome) 
 /// Where the table's pictures lie. One that cannot be decoded has no length, and holds nothing.
 Result<std::vector<FileRange>> RangesOfPictures(const Session& session) {
     std::vector<FileRange> ranges;
+    Picture scratch;
     for (const PictureRecord& row : session.rows) {
-        const auto length = StoredLength(session.flash, row);
-        if (length) ranges.push_back({row.picOffset, row.picOffset + *length});
-        if (!length && length.error().kind == ErrorKind::ReadFailed) return Failure(length.error());
+        const auto decoded =
+            DecodePicture(*session.flash.source, row.picOffset, FormatOf(row, kUnknownDepth), scratch);
+        if (decoded) ranges.push_back({row.picOffset, row.picOffset + decoded->consumed});
+        if (!decoded && decoded.error().kind == ErrorKind::ReadFailed) return Failure(decoded.error());
     }
     return ranges;
 }

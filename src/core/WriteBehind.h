@@ -10,7 +10,7 @@
 
 namespace pictavo {
 
-/// For one thread, which may go on using everything else meanwhile: the files are copied out of its hands.
+/// For one thread, which may go on using everything else meanwhile: what it has added is no longer its.
 /// What the other thread throws, for a lack of memory, Add and Finish throw. An object that goes without
 /// Finish waits for the files at work and drops those that wait.
 class WriteBehind {

@@ -194,8 +194,10 @@ std::int64_t RoomFor(int width) {
     return runsOn ? std::int64_t{width} * Raster::kRows : Raster::kColumns;
 }
 
-/// After how many pixels the groups are over: the picture is done, or the Raster is left.
+/// After how many pixels the groups are over: the picture is done, or the Raster is left. One group is always
+/// taken, also by a picture without rows.
 std::int64_t EndOfGroups(const Decode& decode) {
+    if (decode.height <= 0) return 0;
     const std::int64_t tooMany = RoomFor(decode.width) + 1;
     return decode.width > 0 ? std::min(std::int64_t{decode.width} * decode.height, tooMany) : tooMany;
 }

@@ -235,6 +235,14 @@ TEST_F(PictureDecoderTest, NoHeightTakesOneGroupWhereDataAreCompressed) {
     EXPECT_EQ(At(1, 1), (Cell{255, 0, 0, 0}));
 }
 
+TEST_F(PictureDecoderTest, NeitherWidthNorHeightTakesOneGroupWhereDataAreCompressed) {
+    for (const int width : {0, -3})
+        for (const int height : {0, -1}) {
+            EXPECT_EQ(Decode({0x05, 0x11, 0x05, 0x11}, Format(width, height, 8, true)), 2U);
+            EXPECT_EQ(Decode(Bytes(999, 0x7F), Format(width, height, 1, true)), 1U);
+        }
+}
+
 TEST_F(PictureDecoderTest, NoWidthIsARangeErrorWhereDataAreCompressedAndEmptyElsewhere) {
     EXPECT_EQ(Refusal(Bytes(999, 0x7F), Format(0, 3, 8, true)), ErrorKind::TooLarge);
     EXPECT_EQ(Decode(Bytes(9, 0x7F), Format(0, 3, 8)), 0U);

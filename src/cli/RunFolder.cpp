@@ -1,6 +1,7 @@
 #include "cli/RunFolder.h"
 
 #include "core/SystemFile.h"
+#include "core/SystemNames.h"
 #include "shell/TemporaryFolder.h"
 
 namespace pictavo::cli {
@@ -12,8 +13,7 @@ Result<RunFolder> RunFolder::Create() {
 }
 
 RunFolder::~RunFolder() {
-    std::error_code ignored;
-    if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
+    if (!path_.empty()) system_file::RemoveFolder(path_);
 }
 
 }  // namespace pictavo::cli

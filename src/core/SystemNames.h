@@ -1,7 +1,7 @@
 #pragma once
 
-/// The operating system's calls on what stands under a name, and on folders. Like those of SystemFile.h they
-/// take paths of any length.
+/// The operating system's calls on names, on what stands under them, and on folders. Like those of
+/// SystemFile.h they take paths of any length.
 
 #include <filesystem>
 #include <vector>
@@ -9,6 +9,9 @@
 #include "core/Result.h"
 
 namespace pictavo::system_file {
+
+/// The path as it is from everywhere; the same path when the system does not tell where the program stands.
+std::filesystem::path WholePath(const std::filesystem::path& path);
 
 /// What stands under a name, a link being a link: not_found when the name is free, none when the system does
 /// not tell.
@@ -26,6 +29,13 @@ void RemoveFile(const std::filesystem::path& path);
 
 /// Creates a folder and its parents where they are missing. Fails with WriteFailed.
 Status CreateFolders(const std::filesystem::path& folder);
+
+/// Deletes a folder with all that stands in it, following no link; one that is not there, or what stays, is
+/// fine.
+void RemoveFolder(const std::filesystem::path& folder);
+
+/// The system's folder for temporary files, whether or not it is there.
+std::filesystem::path TemporaryFolder();
 
 /// The names of the regular files in a folder, also through links. Fails with FileMissing when the folder can
 /// not be read.

@@ -21,6 +21,12 @@ Result<std::optional<struct stat>> StatusOf(const std::filesystem::path& path,
 
 }  // namespace
 
+std::filesystem::path WholePath(const std::filesystem::path& path) {
+    std::error_code error;
+    std::filesystem::path whole = std::filesystem::absolute(path, error);
+    return error ? path : whole;
+}
+
 std::filesystem::file_type TypeOfName(const std::filesystem::path& path) {
     std::error_code ignored;
     return std::filesystem::symlink_status(path, ignored).type();
@@ -49,6 +55,17 @@ Status CreateFolders(const std::filesystem::path& folder) {
     return Fail(
         ErrorKind::WriteFailed, folder,
         "cannot be made a folder (" + (error ? error.message() : std::string("a file has this name")) + ")");
+}
+
+void RemoveFolder(const std::filesystem::path& folder) {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
+}
+
+std::filesystem::path TemporaryFolder() {
+    std::error_code error;
+    std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    return error ? "/tmp" : folder;
 }
 
 Result<std::vector<std::filesystem::path>> FileNamesIn(const std::filesystem::path& folder) {

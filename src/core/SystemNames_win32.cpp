@@ -1,3 +1,4 @@
+#include <array>
 #include <string_view>
 #include <windows.h>
 
@@ -111,7 +112,22 @@ DWORD CreateFolderAndParents(const std::filesystem::path& folder) {
                                                                              : parentCode;
 }
 
+void RemoveEntry(const std::filesystem::path& path, const WIN32_FIND_DATAW& found) {
+    if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+        RemoveFile(path);
+    else if (IsLink(found))
+        RemoveDirectoryW(SystemPath(path).c_str());
+    else
+        RemoveFolder(path);
+}
+
 }  // namespace
+
+std::filesystem::path WholePath(const std::filesystem::path& path) {
+    std::error_code error;
+    std::filesystem::path whole = std::filesystem::absolute(path, error);
+    return error ? path : whole;
+}
 
 file_type TypeOfName(const std::filesystem::path& path) {
     return IsLink(SystemPath(path)) ? file_type::symlink : Asked(path).Type();
@@ -141,6 +157,20 @@ Status CreateFolders(const std::filesystem::path& folder) {
     const bool isTaken = code == ERROR_ALREADY_EXISTS || type == file_type::regular;
     return Fail(ErrorKind::WriteFailed, folder,
                 "cannot be made a folder (" + (isTaken ? "a file has this name" : Reason(code)) + ")");
+}
+
+void RemoveFolder(const std::filesystem::path& folder) {
+    ForEachEntry(folder, [&](const WIN32_FIND_DATAW& found) {
+        RemoveEntry(folder / found.cFileName, found);
+        return true;
+    });
+    RemoveDirectoryW(SystemPath(folder).c_str());
+}
+
+std::filesystem::path TemporaryFolder() {
+    std::array<wchar_t, MAX_PATH + 2> folder{};
+    GetTempPathW(static_cast<DWORD>(folder.size()), folder.data());
+    return folder.data();
 }
 
 Result<std::vector<std::filesystem::path>> FileNamesIn(const std::filesystem::path& folder) {

@@ -3,6 +3,7 @@
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/NoOtherValue.h"
 #include "core/PathText.h"
+#include "core/SystemNames.h"
 #include "session/Messages.h"
 #include "session/Names.h"
 #include "session/OpenFullflash.h"
@@ -19,16 +20,10 @@ Outcome RefusedSilently(ErrorKind kind, const std::filesystem::path& path, const
     return Outcome::Refused({kind, path, std::nullopt, detail});
 }
 
-/// The entries of the recent files hold whole paths, wherever the program is started next.
-std::filesystem::path WholePath(const std::filesystem::path& path) {
-    std::error_code error;
-    const std::filesystem::path whole = std::filesystem::absolute(path, error);
-    return error ? path : whole;
-}
-
-/// The settings file has one line for each: what stands behind a line break would be a setting.
+/// Whole paths are kept, for the next start may be from elsewhere. The settings file has one line for each:
+/// what stands behind a line break would be a setting.
 Status NoteAsRecent(Session& session, const std::filesystem::path& path) {
-    const std::string text = PathText(WholePath(path));
+    const std::string text = PathText(system_file::WholePath(path));
     if (text.find_first_of("\r\n") != std::string::npos)
         return Fail(ErrorKind::Malformed, path, "is not kept as a recent file, for a line break in its name");
     NoteRecentFile(session.settings, text);

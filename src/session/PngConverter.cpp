@@ -4,6 +4,7 @@
 #include "core/BasicCalculations_Tarsk.h"
 #include "core/OutputFile.h"
 #include "core/PathText.h"
+#include "core/SystemNames.h"
 #include "session/Messages.h"
 #include "tools/PNGcodec.h"
 
@@ -17,8 +18,7 @@ bool ConvertsWithAlpha(int colourType) {
 
 /// Absolute, so that no file name reads as an option.
 std::string ArgumentOf(const std::filesystem::path& path) {
-    std::error_code ignored;
-    return PathText(std::filesystem::absolute(path, ignored));
+    return PathText(system_file::WholePath(path));
 }
 
 std::vector<std::string> Arguments(const std::string& format, bool withAlpha,

@@ -4,6 +4,7 @@
 #include "core/CommandLine_win32.h"
 #include "core/PathText.h"
 #include "core/SystemError_win32.h"
+#include "core/SystemNames.h"
 #include "core/SystemPath_win32.h"
 #include "shell/Shell_.h"
 
@@ -59,8 +60,7 @@ std::string TroubleOf(DWORD status) {
 
 std::string ChildProcessRunner::RunAndWait(const std::filesystem::path& program,
                                            const std::vector<std::string>& arguments) {
-    std::error_code ignored;
-    const std::filesystem::path whole = std::filesystem::absolute(program, ignored);
+    const std::filesystem::path whole = system_file::WholePath(program);
     if (IsBatchFile(whole))
         return "cannot be started (it is a batch file; only a program can be the converter)";
     const HANDLE nothing = OpenNothing();

@@ -11,15 +11,9 @@ std::filesystem::path NamedTemporaryFolder() {
     return isFolder ? named : std::filesystem::path();
 }
 
-std::filesystem::path SystemTemporaryFolder() {
-    std::error_code error;
-    const std::filesystem::path system = std::filesystem::temp_directory_path(error);
-    return error ? std::filesystem::path("/tmp") : system;
-}
-
 std::filesystem::path TemporaryFolder() {
     const std::filesystem::path named = NamedTemporaryFolder();
-    return named.empty() ? SystemTemporaryFolder() : named;
+    return named.empty() ? system_file::TemporaryFolder() : named;
 }
 
 }  // namespace pictavo

@@ -10,9 +10,6 @@ inline constexpr const char* kPrivateFolderPrefix = "pictavo-";
 /// The folder that the variable TMP names, as it is named; empty when it is not set or names no folder.
 std::filesystem::path NamedTemporaryFolder();
 
-/// The system's own, which need not be one that can be written.
-std::filesystem::path SystemTemporaryFolder();
-
 /// The one that TMP names, else the system's.
 std::filesystem::path TemporaryFolder();
 

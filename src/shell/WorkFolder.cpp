@@ -31,11 +31,10 @@ WorkFolder::WorkFolder(WorkFolder&& other) noexcept
     : path_(std::exchange(other.path_, {})), lock_(std::exchange(other.lock_, std::nullopt)) {}
 
 WorkFolder::~WorkFolder() {
-    std::error_code ignored;
     if (lock_)
         system_file::ReleaseLock(*lock_, path_ / kLockName);
     else if (!path_.empty() && !HoldsWorkFiles(path_))
-        std::filesystem::remove_all(path_, ignored);
+        system_file::RemoveFolder(path_);
 }
 
 std::optional<WorkFolder> WorkFolder::Hold(const std::filesystem::path& folder) {
@@ -50,9 +49,8 @@ Result<WorkFolder> WorkFolder::CreateIn(const std::filesystem::path& folder) {
 }
 
 Result<WorkFolder> WorkFolder::Open() {
-    std::error_code error;
-    const std::filesystem::path named = std::filesystem::absolute(NamedTemporaryFolder(), error);
-    if (error || named.empty()) return CreateIn(SystemTemporaryFolder());
+    const std::filesystem::path named = system_file::WholePath(NamedTemporaryFolder());
+    if (named.empty()) return CreateIn(system_file::TemporaryFolder());
     if (!system_file::OthersMayWrite(named))
         if (auto held = Hold(named)) return std::move(*held);
     return CreateIn(named);

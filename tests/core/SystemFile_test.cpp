@@ -160,6 +160,35 @@ TEST(SystemFile, RemovingAFileLeavesAFolderOfThatName) {
     EXPECT_EQ(ListNames(temp.Path()), std::vector<std::string>{"empty"});
 }
 
+TEST(SystemFile, AFolderGoesWithAllThatStandsInIt) {
+    const TempFolder temp;
+    std::filesystem::create_directories(temp / "gone" / "below" / "empty");
+    WriteFile(temp / "gone" / "file", std::string("x"));
+    WriteFile(temp / "gone" / "below" / "file", std::string("x"));
+    system_file::RemoveFolder(temp / "gone");
+    system_file::RemoveFolder(temp / "missing");
+    EXPECT_TRUE(ListNames(temp.Path()).empty());
+}
+
+TEST(SystemFile, WhatALinkInARemovedFolderLeadsToStays) {
+    PICTAVO_NEEDS_POSIX("symbolic links");
+    const TempFolder temp;
+    std::filesystem::create_directory(temp / "gone");
+    std::filesystem::create_directory(temp / "other");
+    WriteFile(temp / "other" / "kept", std::string("x"));
+    std::filesystem::create_directory_symlink(temp / "other", temp / "gone" / "link");
+    system_file::RemoveFolder(temp / "gone");
+    EXPECT_EQ(ListNames(temp.Path()), std::vector<std::string>{"other"});
+    EXPECT_EQ(ListNames(temp / "other"), std::vector<std::string>{"kept"});
+}
+
+TEST(SystemFile, AWholePathIsReadFromEverywhere) {
+    EXPECT_EQ(system_file::WholePath("name"), std::filesystem::current_path() / "name");
+    const TempFolder temp;
+    EXPECT_EQ(system_file::WholePath(temp / "name"), temp / "name");
+    EXPECT_EQ(system_file::WholePath(""), "");
+}
+
 TEST(SystemFile, NamesMayHoldAnyLetters) {
     const TempFolder temp;
     for (const std::string name : {"with blanks ;$(x)&'.bmp", "Картинка.gpf", "\U0001F4F1.png"}) {

@@ -1,10 +1,11 @@
 /// Reads the include lines under src/ and samples/: includes point down only, and Qt stays in the rooms made
-/// for it. The picture is in CONTRIBUTING.md.
+/// for it. Files and folders are reached through one door. The picture is in CONTRIBUTING.md.
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -15,6 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using Names = std::vector<std::string>;
 
 /// A folder under src/, and what its files may include besides one another.
@@ -275,6 +277,36 @@ TEST(Layering, OtherModulesOfQtAreFoundEverywhere) {
         for (const std::string header : {"QtNetwork/QTcpSocket", "QTcpSocket", "QNoSuchHeader"})
             EXPECT_EQ(Objections(room + "/A.h", "#include <" + header + ">").size(), 1U)
                 << room << " " << header;
+}
+
+/// The doors themselves, and what is of one system alone.
+bool MayCallTheSystem(const std::string& file) {
+    const std::string stem = fs::path(file).stem().string();
+    return stem.ends_with("_posix") || stem.ends_with("_win32");
+}
+
+/// The calls of the standard library that ask the system for files, or change them.
+Names FileCalls(const std::string& text) {
+    static const std::regex call(R"(\bstd::filesystem::[a-z_]+\(|\bfopen\b|\b[io]?fstream\b)");
+    Names calls;
+    for (std::sregex_iterator found(text.begin(), text.end(), call), end; found != end; ++found)
+        if (found->str() != "std::filesystem::path(") calls.push_back(found->str());
+    return calls;
+}
+
+TEST(Layering, FilesAreReachedThroughTheirDoorsOnly) {
+    for (const std::string& file : FilesUnder(kSourceTree / "src")) {
+        if (MayCallTheSystem(file)) continue;
+        EXPECT_THAT(FileCalls(Text(kSourceTree / "src" / file)), IsEmpty()) << file;
+    }
+    EXPECT_THAT(FileCalls(Text(kSourceTree / "src/core/SystemNames_posix.cpp")), Not(IsEmpty()));
+}
+
+TEST(Layering, ACallPastTheDoorsIsFound) {
+    for (const std::string call : {"std::filesystem::remove(path);", "std::ifstream file(path);",
+                                   "#include <fstream>", "std::fopen(name, mode);"})
+        EXPECT_EQ(FileCalls(call).size(), 1U) << call;
+    EXPECT_THAT(FileCalls("std::filesystem::path(name).filename()"), IsEmpty());
 }
 
 }  // namespace

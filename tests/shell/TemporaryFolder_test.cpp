@@ -19,7 +19,6 @@ TEST_F(TemporaryFolderTest, IsTheOneThatTmpNames) {
     environment.Set("TMP", named.Path().string());
     EXPECT_EQ(NamedTemporaryFolder(), named.Path());
     EXPECT_EQ(TemporaryFolder(), named.Path());
-    EXPECT_EQ(SystemTemporaryFolder(), system.Path());
 }
 
 TEST_F(TemporaryFolderTest, IsTheSystemsWhereTmpNamesNoFolder) {

@@ -20,19 +20,26 @@ Outcome NothingToSave() {
         {ErrorKind::NoSuchPicture, {}, std::nullopt, "no picture is shown that could be saved"});
 }
 
+std::string NameOfShown(const Session& session, const std::string& extension) {
+    return NumberName(session.settings, session.pictureNumber) + extension;
+}
+
 FileChoice BmpChoice(const LanguageTable& texts, const std::string& suggestedName) {
     return {SaveTitle(texts, texts.cap_mnFileR), {{"Bitmap File", {"*.bmp"}}}, suggestedName, "bmp"};
 }
 
-FileChoice PngChoice(const LanguageTable& texts) {
-    return {SaveTitle(texts, texts.cap_mnFileR), {{"Portable Network Graphic files", {"*.png"}}}, "", "png"};
+FileChoice PngChoice(const Session& session) {
+    return {SaveTitle(session.texts, session.texts.cap_mnFileR),
+            {{"Portable Network Graphic files", {"*.png"}}},
+            NameOfShown(session, ".png"),
+            "png"};
 }
 
 FileChoice GpfChoice(const Session& session, bool isGPF2) {
     const std::string extension = GpfExtension(isGPF2);
     return {SaveTitle(session.texts, session.texts.cap_mnFileR),
             {{"Graphic Patch Files", {"*.gpf", "*.gpf2"}}},
-            NumberName(session.settings, session.pictureNumber) + extension,
+            NameOfShown(session, extension),
             extension.substr(1)};
 }
 
@@ -128,7 +135,7 @@ Outcome SaveGpfTo(Session& session, Ports& ports, const std::filesystem::path& p
 
 Outcome SaveAsBmp(Session& session, Ports& ports) {
     if (!session.shown.isShown) return NothingToSave();
-    return AskNameOfBmp(session, ports, "", AskAlpha(session, ports), {});
+    return AskNameOfBmp(session, ports, NameOfShown(session, ".bmp"), AskAlpha(session, ports), {});
 }
 
 Outcome SaveChannelsAsBmp(Session& session, Ports& ports, const std::string& suggestedName,
@@ -149,7 +156,7 @@ Outcome SaveAsPng(Session& session, Ports& ports) {
         return Refuse(session, ports, converter.error());
     if (!session.shown.isShown) return NothingToSave();
     const bool withAlpha = AskAlpha(session, ports);
-    const std::filesystem::path answer = ports.prompts.ChooseSave(PngChoice(session.texts));
+    const std::filesystem::path answer = ports.prompts.ChooseSave(PngChoice(session));
     if (answer.empty()) return Outcome::Cancelled();
     return SavePngTo(session, ports, WithExtensionOfAnyCase(answer, ".png"), withAlpha);
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-/// Saves the picture that is shown as one file. The functions with a chooser are the menu commands; those
-/// with a path are what they end in, and what the command line calls.
+/// Saves the picture that is shown as one file. The functions with a chooser, which proposes the picture's
+/// number for a name, are the menu commands; those with a path are what they end in, and what the command
+/// line calls.
 
 #include "session/Outcome.h"
 #include "session/Ports.h"

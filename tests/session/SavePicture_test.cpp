@@ -349,7 +349,7 @@ TEST_F(SaveAsBmpTest, WithoutAlphaAsksForTheNameOnlyAndWrites24Bits) {
     ExpectOnlyCompletion();
 }
 
-TEST_F(SaveAsBmpTest, TheChooserOffersBitmapsAndNoName) {
+TEST_F(SaveAsBmpTest, TheChooserOffersBitmapsAndThePicturesNumber) {
     ShowPlain();
     scripted.prompts.Choose({});
     EXPECT_EQ(Save().end, Outcome::End::Cancelled);
@@ -357,7 +357,7 @@ TEST_F(SaveAsBmpTest, TheChooserOffersBitmapsAndNoName) {
     EXPECT_EQ(choice.title, "PlSel File 4save");
     EXPECT_EQ(choice.filters.at(0).name, "Bitmap File");
     EXPECT_EQ(choice.filters.at(0).patterns, std::vector<std::string>{"*.bmp"});
-    EXPECT_EQ(choice.suggestedName, "");
+    EXPECT_EQ(choice.suggestedName, "1.bmp");
     EXPECT_EQ(choice.defaultExtension, "bmp");
 }
 
@@ -492,7 +492,7 @@ TEST_F(SaveAsPngTest, WithoutConverterOneBoxSaysSoAndNothingIsAsked) {
     EXPECT_TRUE(scripted.processes.calls.empty());
 }
 
-TEST_F(SaveAsPngTest, TheChooserOffersPngFilesAndNoName) {
+TEST_F(SaveAsPngTest, TheChooserOffersPngFilesAndThePicturesNumber) {
     ShowPlain();
     scripted.prompts.Choose({});
     EXPECT_EQ(Save().end, Outcome::End::Cancelled);
@@ -500,7 +500,7 @@ TEST_F(SaveAsPngTest, TheChooserOffersPngFilesAndNoName) {
     EXPECT_EQ(choice.title, "PlSel File 4save");
     EXPECT_EQ(choice.filters.at(0).name, "Portable Network Graphic files");
     EXPECT_EQ(choice.filters.at(0).patterns, std::vector<std::string>{"*.png"});
-    EXPECT_EQ(choice.suggestedName, "");
+    EXPECT_EQ(choice.suggestedName, "1.png");
     EXPECT_EQ(choice.defaultExtension, "png");
     EXPECT_TRUE(scripted.processes.calls.empty());
 }

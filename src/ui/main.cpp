@@ -63,9 +63,13 @@ int RunWindow(const std::filesystem::path& workFolder, const std::vector<std::st
     return QApplication::exec();
 }
 
-int Refuse(const Error& error) {
-    QMessageBox::critical(nullptr, "Pictavo",
-                          QtPath(error.path) + "\n" + QString::fromStdString(DetailText(error)));
+constexpr const char* kFolderAdvice =
+    "\n\nReplaced pictures are kept there until their patch is saved. Let TMP name a folder that can be "
+    "written, and start Pictavo again.";
+
+int RefuseFolder(const Error& error) {
+    const QString trouble = QtPath(error.path) + "\n" + QString::fromStdString(DetailText(error));
+    QMessageBox::critical(nullptr, "Pictavo", trouble + kFolderAdvice);
     return 1;
 }
 
@@ -86,6 +90,6 @@ int main(int count, char** arguments) {
     QTranslator translator;
     InstallQtTranslation(translator, QLocale(), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
     const auto workFolder = WorkFolder::Open();
-    if (!workFolder) return Refuse(workFolder.error());
+    if (!workFolder) return RefuseFolder(workFolder.error());
     return RunWindow(workFolder->Path(), GivenNames(count, arguments));
 }

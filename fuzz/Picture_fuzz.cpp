@@ -55,8 +55,8 @@ void Run(Input input) {
     CheckInfo(*info);
     if (info->kind == PictureFileKind::Bitmap) CheckBitmap(source, *info);
     if (info->kind == PictureFileKind::Jpeg) {
-        const Status ended = CheckJpegEnded(source);
-        Holds(ended || ended.error().kind == ErrorKind::Malformed, "a cut JPEG is malformed");
+        const Status whole = CheckJpegScans(source);
+        Holds(whole || whole.error().kind == ErrorKind::Malformed, "a JPEG without its scans is malformed");
     }
 }
 

@@ -76,6 +76,9 @@ Result<PictureFileInfo> ReadGifInfo(const ByteSource& source) {
 
 constexpr std::uint8_t kMarkerStart = 0xFF;
 
+/// Of a JPEG file. Programs write about ten; each costs a reader a pass over the whole picture.
+constexpr int kMostScans = 1000;
+
 bool IsFrameMarker(std::uint8_t marker) {
     return marker == 0xC0 || marker == 0xC2;
 }
@@ -135,6 +138,16 @@ Result<std::uint64_t> LengthOfSegment(const ByteSource& source, std::uint64_t at
     return std::uint64_t{2} + BigEndian16(length);
 }
 
+Failure RefuseCut(const ByteSource& source, std::uint64_t at) {
+    return Fail(ErrorKind::Malformed, source.Path(), at,
+                "the picture is cut short: its end marker is missing");
+}
+
+Failure RefuseScans(const ByteSource& source, std::uint64_t at) {
+    return Fail(ErrorKind::Malformed, source.Path(), at,
+                "is no picture: it holds more than " + std::to_string(kMostScans) + " scans");
+}
+
 bool TellsNoSize(const PictureFileInfo& info) {
     return info.width <= 0 || info.height <= 0;
 }
@@ -178,20 +191,18 @@ Result<PictureFileInfo> ReadPictureFileInfo(const ByteSource& source) {
     return info;
 }
 
-Status CheckJpegEnded(const ByteSource& source) {
+Status CheckJpegScans(const ByteSource& source) {
     constexpr std::uint8_t kStartOfScan = 0xDA;
     constexpr std::uint8_t kEndOfImage = 0xD9;
-    bool hasScan = false;
+    int scans = 0;
     for (std::uint64_t at = 2;;) {
         PICTAVO_TRY(at, FindMarkerStart(source, at));
         std::array<std::uint8_t, 2> marker{};
         PICTAVO_TRY(const std::size_t count, source.ReadAt(at, marker));
         const bool isEnd = marker[1] == kEndOfImage;
-        if (isEnd && hasScan) return {};
-        if (isEnd || count < marker.size())
-            return Fail(ErrorKind::Malformed, source.Path(), at,
-                        "the picture is cut short: its end marker is missing");
-        hasScan = hasScan || marker[1] == kStartOfScan;
+        if (isEnd && scans > 0) return {};
+        if (isEnd || count < marker.size()) return RefuseCut(source, at);
+        if (marker[1] == kStartOfScan && ++scans > kMostScans) return RefuseScans(source, at);
         PICTAVO_TRY(const std::uint64_t length, LengthOfSegment(source, at, marker[1]));
         at += length;
     }

@@ -26,7 +26,8 @@ struct PictureFileInfo {
 Result<PictureFileInfo> ReadPictureFileInfo(const ByteSource& source);
 
 /// Fails with Malformed when a JPEG file is cut short, that is when no end marker follows the start of its
-/// first scan, and with ReadFailed. Readers would fill up what is missing.
-Status CheckJpegEnded(const ByteSource& source);
+/// first scan (readers would fill up what is missing), with Malformed when it holds more than a thousand
+/// scans (readers would take seconds), and with ReadFailed.
+Status CheckJpegScans(const ByteSource& source);
 
 }  // namespace pictavo

@@ -29,7 +29,7 @@ Result<Import> ImportPlain(PictureLoader& loader, const ByteSource& source, cons
     const bool isBitmap = info.kind == PictureFileKind::Bitmap;
     if (isBitmap && info.bitDepth == kDirectlyReadDepth) return ImportBitmap32(source, info);
     if (isBitmap) PICTAVO_TRY(CheckBitmapFilled(source, info));
-    if (info.kind == PictureFileKind::Jpeg) PICTAVO_TRY(CheckJpegEnded(source));
+    if (info.kind == PictureFileKind::Jpeg) PICTAVO_TRY(CheckJpegScans(source));
     PICTAVO_TRY(ImportedPixels pixels, loader.Load(source.Path()));
     PICTAVO_TRY(CheckPictureSize(source.Path(), pixels.width, pixels.height));
     const int depth = info.kind == PictureFileKind::Unknown ? kUnknownFileDepth : info.bitDepth;

@@ -223,6 +223,17 @@ TEST_F(PicturesLoaderTest, AJpegMayHaveSeveralScansFillBytesAndMoreBehindItsEnd)
         EXPECT_TRUE(LoadBytes(file));
 }
 
+TEST_F(PicturesLoaderTest, AJpegOfMoreThanAThousandScansIsRefused) {
+    Bytes file = JpegHead(0xC2, 7, 1);
+    for (int i = 0; i < 1000; ++i) file = Joined(std::move(file), kScan);
+    EXPECT_TRUE(LoadBytes(Joined(file, kEnd)));
+    ShowBefore();
+    const Status loaded = LoadBytes(Joined(Joined(file, kScan), kEnd));
+    ExpectRefused(loaded, ErrorKind::Malformed);
+    EXPECT_EQ(loaded.error().detail, "is no picture: it holds more than 1000 scans");
+    EXPECT_EQ(loaded.error().offset, file.size());
+}
+
 TEST_F(PicturesLoaderTest, AJpegIs24Bits) {
     loader.width = 7;
     for (const std::uint8_t marker : std::initializer_list<std::uint8_t>{0xC0, 0xC2}) {

@@ -7,6 +7,7 @@
 #include "PiecewiseSource.h"
 #include "PlainPatch.h"
 #include "patch/PatchSections.h"
+#include "tests/support/WholePatch.h"
 
 namespace pictavo::fuzz {
 namespace {
@@ -19,7 +20,7 @@ MemorySource SourceOf(const std::string& text) {
 void CheckWrittenAnew(const std::vector<PatchEntry>& entries) {
     std::string text;
     for (const PatchEntry& entry : entries) text += PatchLine(entry.offset, entry.oldBytes, entry.newBytes);
-    const auto again = ReadPatch(SourceOf(text));
+    const auto again = tests::ReadWholePatch(SourceOf(text));
     Holds(again && again->size() == entries.size(), "the lines of a patch, written, are read");
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const PatchEntry& entry = (*again)[i];
@@ -42,8 +43,9 @@ Bytes Holding(const std::vector<PatchEntry>& entries, std::uint8_t held, Bytes f
     return flash;
 }
 
-void CheckAgainstFlash(const std::vector<PatchEntry>& entries, const Bytes& flash, std::size_t piece) {
-    const auto mismatches = CheckPatch(entries, PiecewiseSource(flash, piece));
+void CheckAgainstFlash(const ByteSource& patch, const std::vector<PatchEntry>& entries, const Bytes& flash,
+                       std::size_t piece) {
+    const auto mismatches = tests::MismatchesOf(patch, PiecewiseSource(flash, piece));
     Holds(mismatches && plain::AreEqual(*mismatches, plain::MismatchesOf(entries, flash)),
           "the lines that do not fit the flash are those of the plain comparison");
 }
@@ -85,14 +87,15 @@ void Run(Input input) {
     const std::uint8_t held = input.Byte();
     const Bytes patch = input.Rest();
     CheckSections(patch, piece);
-    const auto entries = ReadPatch(PiecewiseSource(patch, piece));
+    const PiecewiseSource source(patch, piece);
+    const auto entries = tests::ReadWholePatch(source);
     const auto expected = plain::EntriesOf(AsText(patch));
     Holds(entries.has_value() == expected.has_value(), "a patch is refused when the plain reader refuses it");
     if (!entries)
         return Holds(entries.error().kind == ErrorKind::Malformed, "a patch that is not read is malformed");
     Holds(plain::AreEqual(*entries, *expected), "the lines are those of the plain reader");
     CheckWrittenAnew(*entries);
-    CheckAgainstFlash(*entries, Holding(*entries, held, Bytes(flashSize, filling)), piece);
+    CheckAgainstFlash(source, *entries, Holding(*entries, held, Bytes(flashSize, filling)), piece);
 }
 
 }  // namespace

@@ -12,17 +12,14 @@ namespace {
 
 /// A patch and a flash, both open.
 struct Pair {
-    std::vector<PatchEntry> entries;
+    std::unique_ptr<FileSource> patch;
     std::unique_ptr<FileSource> flash;
-    std::vector<PatchMismatch> mismatches;
 };
 
 Result<Pair> OpenPair(const std::filesystem::path& patch, const std::filesystem::path& flash) {
     Pair pair;
-    PICTAVO_TRY(const auto source, FileSource::Open(patch));
-    PICTAVO_TRY(pair.entries, ReadPatch(*source));
+    PICTAVO_TRY(pair.patch, FileSource::Open(patch));
     PICTAVO_TRY(pair.flash, FileSource::Open(flash));
-    PICTAVO_TRY(pair.mismatches, CheckPatch(pair.entries, *pair.flash));
     return pair;
 }
 
@@ -30,27 +27,73 @@ std::string OffsetText(std::uint64_t offset) {
     return HexText(offset, 8);
 }
 
-std::string AsLines(const std::vector<PatchMismatch>& mismatches) {
-    std::string lines;
-    for (const PatchMismatch& mismatch : mismatches)
-        lines += OffsetText(mismatch.offset) + ": expected " + BytesToHex(mismatch.expected, false) +
-                 " found " + BytesToHex(mismatch.found, false) + "\n";
-    return lines;
+std::string AsLine(const PatchMismatch& mismatch) {
+    return OffsetText(mismatch.offset) + ": expected " + BytesToHex(mismatch.expected, false) + " found " +
+           BytesToHex(mismatch.found, false) + "\n";
 }
 
-std::string AsJson(const std::vector<PatchMismatch>& mismatches) {
-    Json list = Json::array();
-    for (const PatchMismatch& mismatch : mismatches)
-        list.push_back({{"line", mismatch.line},
-                        {"offset", OffsetText(mismatch.offset)},
-                        {"expected", BytesToHex(mismatch.expected, false)},
-                        {"found", BytesToHex(mismatch.found, false)}});
-    return JsonText(list.dump(2));
+std::string AsJson(const PatchMismatch& mismatch) {
+    const Json json = {{"line", mismatch.line},
+                       {"offset", OffsetText(mismatch.offset)},
+                       {"expected", BytesToHex(mismatch.expected, false)},
+                       {"found", BytesToHex(mismatch.found, false)}};
+    return json.dump(2);
 }
 
-std::string CountText(const Pair& pair) {
-    return std::to_string(pair.mismatches.size()) + " of " + std::to_string(pair.entries.size()) +
-           " lines differ";
+/// Standard output, some of it at a time, so that any number of mismatches takes no memory.
+class Printer {
+  public:
+    explicit Printer(Front& front) : front_(front) {}
+
+    void Add(const std::string& text) {
+        text_ += text;
+        if (text_.size() >= kPiece) Print();
+    }
+
+    /// The exit status of the printing.
+    int Finish() {
+        Print();
+        return status_;
+    }
+
+  private:
+    static constexpr std::size_t kPiece = std::size_t{64} << 10;
+
+    /// Once it failed nothing is tried again.
+    void Print() {
+        if (status_ == kDone) status_ = front_.Print(text_);
+        text_.clear();
+    }
+
+    Front& front_;
+    std::string text_;
+    int status_ = kDone;
+};
+
+Status PrintLines(const Pair& pair, Printer& printer) {
+    const auto print = [&](const PatchMismatch& mismatch) { printer.Add(AsLine(mismatch)); };
+    PICTAVO_TRY([[maybe_unused]] const PatchCheck check, CheckPatch(*pair.patch, *pair.flash, print));
+    return {};
+}
+
+Status PrintJson(const Pair& pair, Printer& printer) {
+    bool isFirst = true;
+    const auto print = [&](const PatchMismatch& mismatch) {
+        printer.Add((isFirst ? "[\n  " : ",\n  ") + Indented(AsJson(mismatch)));
+        isFirst = false;
+    };
+    PICTAVO_TRY([[maybe_unused]] const PatchCheck check, CheckPatch(*pair.patch, *pair.flash, print));
+    printer.Add(isFirst ? "[]\n" : "\n]\n");
+    return {};
+}
+
+/// Counts only. A patch that is none is refused before anything is printed.
+Result<PatchCheck> Count(const Pair& pair) {
+    return CheckPatch(*pair.patch, *pair.flash, [](const PatchMismatch&) {});
+}
+
+std::string CountText(const PatchCheck& check) {
+    return std::to_string(check.mismatches) + " of " + std::to_string(check.lines) + " lines differ";
 }
 
 class CheckCommand final : public Command {
@@ -66,12 +109,22 @@ class CheckCommand final : public Command {
     int Run(Front& front) override {
         const auto pair = OpenPair(patch_, flash_);
         if (!pair) return front.Fail(pair.error());
-        const int printed = front.Print(json_ ? AsJson(pair->mismatches) : AsLines(pair->mismatches));
-        if (pair->mismatches.empty()) return printed;
-        return front.Fail({ErrorKind::Malformed, patch_, std::nullopt, CountText(*pair)});
+        const auto check = Count(*pair);
+        if (!check) return front.Fail(check.error());
+        if (check->mismatches == 0) return front.Print(json_ ? "[]\n" : "");
+        const int printed = List(front, *pair);
+        if (printed != kDone) return printed;
+        return front.Fail({ErrorKind::Malformed, patch_, std::nullopt, CountText(*check)});
     }
 
   private:
+    int List(Front& front, const Pair& pair) const {
+        Printer printer(front);
+        const Status listed = json_ ? PrintJson(pair, printer) : PrintLines(pair, printer);
+        const int printed = printer.Finish();
+        return listed ? printed : front.Fail(listed.error());
+    }
+
     std::filesystem::path patch_;
     std::filesystem::path flash_;
     bool json_ = false;
@@ -92,17 +145,22 @@ class ApplyCommand final : public Command {
     int Run(Front& front) override {
         const auto pair = OpenPair(patch_, flash_);
         if (!pair) return front.Fail(pair.error());
-        if (!pair->mismatches.empty() && !force_) return RefuseMismatch(front, pair->mismatches);
-        return Write(front, *pair);
+        const Status fits = Check(*pair);
+        return fits ? Write(front, *pair) : front.Fail(fits.error());
     }
 
   private:
-    int RefuseMismatch(Front& front, const std::vector<PatchMismatch>& mismatches) const {
-        const PatchMismatch& first = mismatches.front();
-        return front.Fail({ErrorKind::Malformed, flash_, first.offset,
-                           "the old bytes of " + std::to_string(mismatches.size()) +
-                               " patch lines (first: line " + std::to_string(first.line) +
-                               ") do not stand in the flash; \"check\" lists them"});
+    /// A patch that is none is refused also with --force.
+    Status Check(const Pair& pair) const {
+        std::optional<PatchMismatch> first;
+        const auto keepFirst = [&](const PatchMismatch& mismatch) {
+            if (!first) first = mismatch;
+        };
+        PICTAVO_TRY(const PatchCheck check, CheckPatch(*pair.patch, *pair.flash, keepFirst));
+        if (!first || force_) return {};
+        return Fail(ErrorKind::Malformed, flash_, first->offset,
+                    "the old bytes of " + std::to_string(check.mismatches) + " patch lines (first: line " +
+                        std::to_string(first->line) + ") do not stand in the flash; \"check\" lists them");
     }
 
     int Write(Front& front, const Pair& pair) const {
@@ -110,7 +168,7 @@ class ApplyCommand final : public Command {
         const auto mode = AskTarget(run.session, run.ports, copy_, Inputs{flash_, patch_});
         if (!mode) return front.Fail(mode.error());
         if (!*mode) return front.Report(Outcome::Cancelled());
-        const Status applied = ApplyPatch(pair.entries, *pair.flash, copy_, **mode == CommitMode::Replace);
+        const Status applied = ApplyPatch(*pair.patch, *pair.flash, copy_, **mode == CommitMode::Replace);
         return applied ? kDone : front.Fail(applied.error());
     }
 

@@ -9,6 +9,12 @@ std::string KeyLine(const std::string& key, const std::string& value) {
     return key + ": " + OnOneLine(value) + "\n";
 }
 
+std::string Indented(const std::string& json) {
+    std::string text;
+    for (const char letter : json) text += letter == '\n' ? "\n  " : std::string(1, letter);
+    return text;
+}
+
 std::string JsonText(const std::string& json) {
     std::string text;
     for (std::size_t i = 0; i < json.size(); ++i) {

@@ -62,10 +62,12 @@ Result<std::vector<FileRange>> PendingPngRanges(const Session& session) {
     std::vector<FileRange> ranges;
     if (!session.pngPatchPending) return ranges;
     PICTAVO_TRY(const auto source, FileSource::Open(session.workFiles.PngPatch()));
-    PICTAVO_TRY(const auto entries, ReadPatch(*source));
-    for (const PatchEntry& entry : entries)
-        ranges.push_back({entry.offset, entry.offset + entry.newBytes.size()});
-    return Merged(std::move(ranges));
+    PatchReader lines(*source);
+    for (;;) {
+        PICTAVO_TRY(const auto line, lines.Next());
+        if (!line) return Merged(std::move(ranges));
+        ranges.push_back({line->offset, line->offset + line->newBytes.size()});
+    }
 }
 
 Result<PatchPlan> PlanPendingPatch(const Session& session, Outcome& outcome) {

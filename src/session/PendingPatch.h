@@ -9,7 +9,7 @@
 namespace pictavo {
 
 /// The bytes of the flash that the pending PNG sections write, Merged; none when nothing is pending. Fails as
-/// ReadPatch does.
+/// PatchReader does.
 Result<std::vector<FileRange>> PendingPngRanges(const Session& session);
 
 /// Decides where the replaced pictures go. A work file that cannot be read leaves its row without a picture

@@ -1,6 +1,8 @@
 #include <future>
 #include <sys/stat.h>
 
+#include "codec/GPFcodec.h"
+#include "core/BasicCalculations_Tarsk.h"
 #include "samples/Random.h"
 #include "support/CliFixture.h"
 #include "support/FileSizeLimit.h"
@@ -302,16 +304,38 @@ class LittleMemoryTest : public TroubleTest {
         command.insert(command.end(), arguments.begin(), arguments.end());
         return RunProgram(command, around);
     }
+
+    static std::string Repeated(const std::string& part, std::size_t megabytes) {
+        std::string text;
+        while (text.size() < megabytes << 20) text += part;
+        return text;
+    }
 };
 
 TEST_F(LittleMemoryTest, ALackOfMemoryIsTold) {
-    const std::string flash = Write(FourIcons());
-    Bytes lines;
-    const std::string_view line = "0: 5A 00\n";
-    while (lines.size() < (std::size_t{16} << 20)) lines.insert(lines.end(), line.begin(), line.end());
-    const Ended ended = Limited({"check", Write("long.vkp", lines), flash, "--json"});
+    const std::string head = std::string(kGpfMagic) + std::string(16, '\0');
+    const Ended ended = Limited({"extract-gpn", Write("long.gpn", Repeated(head, 144)), "-o", Path("out")});
     EXPECT_EQ(ended.status, 1);
     EXPECT_EQ(ended.err, "pictavo-cli: there is not enough memory for this\n");
+}
+
+TEST_F(LittleMemoryTest, ALongPatchTakesNone) {
+    const std::string flash = Write(FourIcons());
+    const std::string first = BytesToHex(ByteView(ReadFile(flash)).first(1), false);
+    const std::string patch = Write("long.vkp", Repeated("0: " + first + " 5A\n", 16));
+    ExpectDone(Limited({"check", patch, flash}));
+    ExpectDone(Limited({"apply", patch, flash, "-o", Path("copy.bin")}));
+    EXPECT_EQ(ReadFile(temp / "copy.bin")[0], 0x5A);
+}
+
+TEST_F(LittleMemoryTest, ALongListOfMismatchesTakesNone) {
+    const std::string flash = Write(FourIcons());
+    const std::string patch = Write("long.vkp", Repeated("0: 5A 00\n", 4));
+    const Ended ended = Limited({"check", patch, flash, "--json"});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_TRUE(ended.out.starts_with("[\n  {\n    \"line\": 1,\n"));
+    EXPECT_TRUE(ended.out.ends_with("\"\n  }\n]\n"));
+    ExpectOneComplaint(ended, {patch + ": ", " lines differ"});
 }
 
 TEST_F(LittleMemoryTest, ANumberInAFileTakesNone) {

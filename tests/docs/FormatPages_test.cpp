@@ -437,11 +437,12 @@ TEST_F(PatchPage, IsWhatTheProgramWrites) {
 }
 
 TEST_F(PatchPage, IsReadAndStandsInThePagesFlash) {
-    const auto entries = ReadPatch(SourceOf(PagePatch()));
-    ASSERT_TRUE(entries);
-    EXPECT_THAT(*entries, SizeIs(6));
-    EXPECT_THAT(*CheckPatch(*entries, *source), SizeIs(0));
-    ASSERT_TRUE(ApplyPatch(*entries, *source, temp / "copy.bin", false));
+    const MemorySource patch = SourceOf(PagePatch());
+    const auto check = CheckPatch(patch, *source, [](const PatchMismatch&) {});
+    ASSERT_TRUE(check);
+    EXPECT_EQ(check->lines, 6U);
+    EXPECT_EQ(check->mismatches, 0U);
+    ASSERT_TRUE(ApplyPatch(patch, *source, temp / "copy.bin", false));
     const auto patched = OpenFullflashImage(temp / "copy.bin");
     ASSERT_TRUE(patched);
     const PictureRecord moved = ReadPictureTable(*patched)->rows.at(1);

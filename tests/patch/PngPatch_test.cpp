@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include "patch/PatchReader.h"
 #include "support/Refusal.h"
 #include "support/TempFolder.h"
+#include "support/WholePatch.h"
 
 namespace pictavo::tests {
 namespace {
@@ -39,10 +39,9 @@ std::string Section(const ByteSource& flash, const FileRange& place, const Bytes
 Bytes Applied(const MemorySource& flash, const std::string& section, const FileRange& range) {
     const TempFolder temp;
     const ByteView text = AsBytes(section);
-    const auto entries = ReadPatch(MemorySource(Bytes(text.begin(), text.end())));
-    EXPECT_TRUE(entries);
-    EXPECT_TRUE(CheckPatch(*entries, flash)->empty());
-    EXPECT_TRUE(ApplyPatch(*entries, flash, temp / "copy", false));
+    const MemorySource patch(Bytes(text.begin(), text.end()));
+    EXPECT_TRUE(MismatchesOf(patch, flash)->empty());
+    EXPECT_TRUE(ApplyPatch(patch, flash, temp / "copy", false));
     const Bytes copy = ReadFile(temp / "copy");
     return {copy.begin() + static_cast<std::ptrdiff_t>(range.begin),
             copy.begin() + static_cast<std::ptrdiff_t>(range.end)};

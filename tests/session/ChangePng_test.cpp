@@ -1,11 +1,11 @@
 #include "session/ChangePng.h"
 
-#include "patch/PatchReader.h"
 #include "session/SavePatch.h"
 #include "support/FileSizeLimit.h"
 #include "support/Refusal.h"
 #include "support/SessionFixture.h"
 #include "support/SystemMeans.h"
+#include "support/WholePatch.h"
 
 namespace pictavo::tests {
 namespace {
@@ -74,9 +74,10 @@ TEST_F(ChangePngTest, TheFilesNameTellsThePlaceAndTheSectionWritesTheNewBytesThe
     EXPECT_EQ(changed.length, 1000U);
     EXPECT_TRUE(
         Pending().starts_with("\r\n; ##### PNG Picture 001C0000 #####\r\n001C0000: 89504E470D0A1A0A"));
-    const auto entries = ReadPatch(MemorySource(ReadFile(session.workFiles.PngPatch())));
+    const MemorySource pending(ReadFile(session.workFiles.PngPatch()));
+    const auto entries = ReadWholePatch(pending);
     ASSERT_TRUE(entries);
-    EXPECT_TRUE(CheckPatch(*entries, *session.flash.source)->empty());
+    EXPECT_TRUE(MismatchesOf(pending, *session.flash.source)->empty());
     Bytes written;
     for (const PatchEntry& entry : *entries) {
         EXPECT_EQ(entry.offset, kPlace + written.size());
@@ -143,7 +144,7 @@ TEST_F(ChangePngTest, KeptAFileOfTwoBytesMoreThanTheOldOneIsTakenAndOneOfThreeIs
 TEST_F(ChangePngTest, AShorterFileIsFollowedByFFUpToTheEndOfTheOldOne) {
     Open(Flash());
     EXPECT_TRUE(Change(New(Png(950))).IsClean());
-    const auto entries = ReadPatch(MemorySource(ReadFile(session.workFiles.PngPatch())));
+    const auto entries = ReadWholePatch(MemorySource(ReadFile(session.workFiles.PngPatch())));
     ASSERT_TRUE(entries);
     const PatchEntry& last = entries->back();
     EXPECT_EQ(last.offset + last.newBytes.size(), kPlace + 1000);

@@ -1,10 +1,10 @@
 #include "session/SavePatch.h"
 
-#include "patch/PatchReader.h"
 #include "session/ShowPicture.h"
 #include "support/FileSizeLimit.h"
 #include "support/SessionFixture.h"
 #include "support/SystemMeans.h"
+#include "support/WholePatch.h"
 
 namespace pictavo::tests {
 namespace {
@@ -38,12 +38,11 @@ class SavePatchTest : public SessionFixture {
 
     /// The flash with the patch applied, opened in place of the old one.
     void ApplyAndOpen() {
-        const auto entries = ReadPatch(MemorySource(ReadFile(patch)));
-        ASSERT_TRUE(entries);
-        const auto mismatches = CheckPatch(*entries, *session.flash.source);
+        const MemorySource written(ReadFile(patch));
+        const auto mismatches = MismatchesOf(written, *session.flash.source);
         ASSERT_TRUE(mismatches);
         EXPECT_TRUE(mismatches->empty());
-        ASSERT_TRUE(ApplyPatch(*entries, *session.flash.source, temp / "copy.bin", false));
+        ASSERT_TRUE(ApplyPatch(written, *session.flash.source, temp / "copy.bin", false));
         ASSERT_TRUE(OpenFullflash(session, temp / "copy.bin", scripted.progress));
     }
 
@@ -156,7 +155,7 @@ TEST_F(SavePatchTest, LinesHoldSixteenBytesTheLastTheRestAndEqualOnesAreNotLeftO
     Open(TwoSquares());
     ReplaceBy(0, samples::DrawOneColour(17, 1, {36, 146, 85, 255}), 0x85);  // stored as the old bytes may be
     Save();
-    const auto entries = ReadPatch(MemorySource(ReadFile(patch)));
+    const auto entries = ReadWholePatch(MemorySource(ReadFile(patch)));
     ASSERT_TRUE(entries);
     ASSERT_EQ(entries->size(), 3U);
     EXPECT_EQ((*entries)[1].newBytes.size(), 16U);

@@ -5,8 +5,8 @@
 #include <QMimeData>
 #include <random>
 
-#include "patch/PatchReader.h"
 #include "shell/QtPictureLoader.h"
+#include "support/WholePatch.h"
 #include "support/WindowFixture.h"
 
 namespace pictavo::tests {
@@ -223,7 +223,7 @@ class RandomActionsTest : public WindowFixture {
         const auto file = FileSource::Open(path);
         EXPECT_TRUE(file.has_value()) << path;
         if (!file) return false;
-        const auto lines = ReadPatch(**file);
+        const auto lines = ReadWholePatch(**file);
         EXPECT_TRUE(lines.has_value()) << path;
         return lines && !lines->empty();
     }

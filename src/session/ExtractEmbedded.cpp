@@ -38,6 +38,7 @@ Outcome Carve(const Session& session, Ports& ports, const EmbeddedKind& kind, co
     const GapSource searched(source, noteGap);
     if (const Status carved = CarveEmbeddedFiles(searched, kind, take, step); !carved)
         outcome.problems.push_back({carved.error(), std::nullopt});
+    if (!WasStopped(outcome)) ports.progress.At(100);
     return outcome;
 }
 
@@ -55,11 +56,7 @@ Outcome ExtractEmbeddedTo(Session& session, Ports& ports, const EmbeddedKind& ki
                           const std::filesystem::path& source, const std::filesystem::path& folder) {
     const auto file = FileSource::Open(source);
     if (!file) return Refuse(session, ports, file.error());
-    const auto carve = [&](TargetFolder& targets) {
-        Outcome outcome = Carve(session, ports, kind, **file, targets);
-        if (!WasStopped(outcome)) ports.progress.At(100);
-        return outcome;
-    };
+    const auto carve = [&](TargetFolder& targets) { return Carve(session, ports, kind, **file, targets); };
     return ExtractInto(session, ports, folder, carve, CompletionForm::WithCount);
 }
 

@@ -113,9 +113,10 @@ Outcome ExtractFromGpnTo(Session& session, Ports& ports, const std::filesystem::
     const auto pictures = ReadGpn(**source);
     if (!pictures) return Refuse(session, ports, pictures.error());
     if (pictures->empty()) return RefuseKind(session, ports, container);
-    return ExtractInto(session, ports, folder, [&](TargetFolder& targets) {
+    const auto extract = [&](TargetFolder& targets) {
         return GpnExtraction(session, ports, **source, targets).Run(*pictures);
-    });
+    };
+    return ExtractInto(session, ports, folder, extract);
 }
 
 }  // namespace pictavo

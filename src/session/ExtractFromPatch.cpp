@@ -139,9 +139,10 @@ Outcome ExtractFromPatchTo(Session& session, Ports& ports, const std::filesystem
                            const std::filesystem::path& folder) {
     const auto source = FileSource::Open(patch);
     if (!source) return Refuse(session, ports, source.error());
-    return ExtractInto(session, ports, folder, [&](TargetFolder& targets) {
+    const auto extract = [&](TargetFolder& targets) {
         return PatchExtraction(session, ports, **source, targets).Run();
-    });
+    };
+    return ExtractInto(session, ports, folder, extract);
 }
 
 }  // namespace pictavo

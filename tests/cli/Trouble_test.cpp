@@ -329,7 +329,7 @@ TEST_F(LittleMemoryTest, ALongPatchTakesNone) {
 
 TEST_F(LittleMemoryTest, ALongListOfMismatchesTakesNone) {
     const std::string flash = Write(FourIcons());
-    const std::string patch = Write("long.vkp", Repeated("0: 5A 00\n", 2));
+    const std::string patch = Write("long.vkp", Repeated("0: 5A 00\n", 4));
     const Ended ended = Limited({"check", patch, flash, "--json"});
     EXPECT_EQ(ended.status, 1);
     EXPECT_TRUE(ended.out.starts_with("[\n  {\n    \"line\": 1,\n"));

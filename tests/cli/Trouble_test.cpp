@@ -298,9 +298,11 @@ TEST_F(TroubleTest, ALimitOfFileSizesIsReportedLikeAFullDisk) {
 
 class LittleMemoryTest : public TroubleTest {
   protected:
-    /// With addresses for 400 MB in all, of which the program itself takes a half.
-    Ended Limited(const Arguments& arguments) {
-        Arguments command{"/bin/sh", "-c", "ulimit -v 400000; exec \"$0\" \"$@\"", program};
+    /// With addresses for so many kilobytes in all. The program itself takes less than 60,000; one that reads
+    /// pictures takes more.
+    Ended Limited(const Arguments& arguments, int kilobytes = 150'000) {
+        const std::string limit = "ulimit -v " + std::to_string(kilobytes) + "; exec \"$0\" \"$@\"";
+        Arguments command{"/bin/sh", "-c", limit, program};
         command.insert(command.end(), arguments.begin(), arguments.end());
         return RunProgram(command, around);
     }
@@ -314,7 +316,7 @@ class LittleMemoryTest : public TroubleTest {
 
 TEST_F(LittleMemoryTest, ALackOfMemoryIsTold) {
     const std::string head = std::string(kGpfMagic) + std::string(16, '\0');
-    const Ended ended = Limited({"extract-gpn", Write("long.gpn", Repeated(head, 144)), "-o", Path("out")});
+    const Ended ended = Limited({"extract-gpn", Write("long.gpn", Repeated(head, 72)), "-o", Path("out")});
     EXPECT_EQ(ended.status, 1);
     EXPECT_EQ(ended.err, "pictavo-cli: there is not enough memory for this\n");
 }
@@ -345,7 +347,7 @@ TEST_F(LittleMemoryTest, ANumberInAFileTakesNone) {
     Bytes png = samples::MakePng(samples::DrawIcon(16, 16, 1), samples::PngColour::Rgb);
     for (const std::size_t at : {33U, 34U, 35U}) png[at] = 0xF0;  // the length of the second chunk
     for (const auto& [name, bytes] : {std::pair("a.bmp", bmp), {"a.gif", gif}, {"a.png", png}}) {
-        const Ended ended = Limited({"convert", Write(name, bytes), Path("out.gpf2")});
+        const Ended ended = Limited({"convert", Write(name, bytes), Path("out.gpf2")}, 400'000);
         EXPECT_EQ(ended.status, 1) << name;
         EXPECT_THAT(ended.err, HasSubstr(name));
         EXPECT_THAT(ended.err, ::testing::Not(HasSubstr("memory"))) << name;

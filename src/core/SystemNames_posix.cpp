@@ -21,12 +21,6 @@ Result<std::optional<struct stat>> StatusOf(const std::filesystem::path& path,
 
 }  // namespace
 
-std::filesystem::path WholePath(const std::filesystem::path& path) {
-    std::error_code error;
-    std::filesystem::path whole = std::filesystem::absolute(path, error);
-    return error ? path : whole;
-}
-
 std::filesystem::file_type TypeOfName(const std::filesystem::path& path) {
     std::error_code ignored;
     return std::filesystem::symlink_status(path, ignored).type();

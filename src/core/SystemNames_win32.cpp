@@ -123,12 +123,6 @@ void RemoveEntry(const std::filesystem::path& path, const WIN32_FIND_DATAW& foun
 
 }  // namespace
 
-std::filesystem::path WholePath(const std::filesystem::path& path) {
-    std::error_code error;
-    std::filesystem::path whole = std::filesystem::absolute(path, error);
-    return error ? path : whole;
-}
-
 file_type TypeOfName(const std::filesystem::path& path) {
     return IsLink(SystemPath(path)) ? file_type::symlink : Asked(path).Type();
 }

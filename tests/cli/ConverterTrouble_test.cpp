@@ -90,8 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(CliTest, AnEarlierResultOfTheConverterIsNotTakenForALaterOne) {
     const std::string script = "#!/bin/sh\n[ -e '" + Path("ran") + "' ] && exit 0\n: >'" + Path("ran") +
                                "'\nexec '" + std::string(PICTAVO_BIN_DIR) + "/pictavo-convert' \"$@\"\n";
-    const std::string once = Write("once", script);
-    std::filesystem::permissions(once, std::filesystem::perms::owner_all);
+    const std::string once = WriteProgram("once", script);
     const std::string flash = Write(FourIcons());
     const Ended ended = Cli({"export", flash, "-o", Path("out"), "--format", "png", "--converter", once});
     EXPECT_EQ(ended.status, 1);

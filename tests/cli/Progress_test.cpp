@@ -43,13 +43,21 @@ TEST_F(ProgressTest, LongWorkShowsABarOnATerminal) {
     const std::string shown = OnATerminal(SlowExport());
     EXPECT_THAT(shown, HasSubstr("\r[" + std::string(40, '#') + "] 100%"));
     EXPECT_THAT(shown, HasSubstr("75%"));
-    EXPECT_THAT(shown, ::testing::Not(HasSubstr("25%")));  // a fifth of a second is no long work
     EXPECT_THAT(shown, HasSubstr("exported 4"));
 }
 
 TEST_F(ProgressTest, ShortWorkShowsNone) {
-    const std::string shown = OnATerminal({"list", Write(FlashBuilder(FlashKind::NewSGold))});
-    EXPECT_EQ(shown, "#\thex\twidth\theight\tType\tPIToffset\tPICoffset\r\n");
+    const Arguments work{"export", Write(FourIcons()), "-o", Path("out"), "--format", "bmp", "--overwrite"};
+    bool wasShort = false;
+    for (int round = 0; round < 100 && !wasShort; ++round) {  // a busy machine makes any work long
+        const auto start = std::chrono::steady_clock::now();
+        const std::string shown = OnATerminal(work);
+        wasShort = std::chrono::steady_clock::now() - start < std::chrono::milliseconds(500);
+        if (wasShort) {
+            EXPECT_EQ(shown, "exported 4\r\n");
+        }
+    }
+    EXPECT_TRUE(wasShort);
 }
 
 }  // namespace

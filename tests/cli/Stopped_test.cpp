@@ -8,15 +8,19 @@ namespace {
 /// Programs that are ended in the middle of their work.
 class StoppedTest : public CliTest {
   protected:
-    static constexpr int kPictures = 200;
+    // So much work that a test which is late still comes before its end.
+    static constexpr int kPictures = 2000;
+    static constexpr std::uintmax_t kLongFlash = std::uintmax_t{1} << 30;
     static constexpr std::uint64_t kSources = 30;
-    static constexpr std::uint64_t kSourceLength = 2U << 20;
+    static constexpr std::uint64_t kShortSource = 2U << 20;
+    static constexpr std::uint64_t kLongSource = 24U << 20;
 
+    /// Records of one and the same picture.
     std::string ManyPictures() {
         FlashBuilder flash(FlashKind::NewSGold);
-        flash.Size(6U << 20);
+        flash.Size(2U << 20);
         const Bytes stored = samples::EncodeForPhone(samples::DrawPhoto(100, 130, 1), 0x08);
-        for (int i = 0; i < kPictures; ++i) flash.AddPicture(100, 130, 0x08, stored);
+        for (int i = 0; i < kPictures; ++i) flash.AddPictureAt(0xC0000, 100, 130, 0x08, stored);
         return Write(flash);
     }
 
@@ -32,18 +36,26 @@ class StoppedTest : public CliTest {
         return {program, "export", flash, "-o", Path("out"), "--format", "bmp", "--overwrite"};
     }
 
-    /// Three pictures that each take the converter `seconds`, over an old patch.
-    Arguments SlowPatch(const Arguments& pictures, const std::string& seconds) {
+    /// A converter that ends no picture before "go" lies beside it, and then makes a bitmap of any; it tells
+    /// of its conversions as SlowConverter does.
+    std::string WaitingConverter() {
+        const std::string log = " >>'" + Path("conversions") + "'\n";
+        const std::string ready = Write("ready", samples::MakeBmp(samples::DrawIcon(8, 8, 1), 24));
+        return WriteProgram("waiting", "#!/bin/sh\necho begun" + log + "while [ ! -e '" + Path("go") +
+                                           "' ]; do sleep 0.01; done\n" +
+                                           "while [ $1 != -o ]; do shift; done\ncp '" + ready +
+                                           "' \"$2\"\necho ended" + log);
+    }
+
+    void LetTheConverterGoOn() const { WriteFile(temp / "go", Bytes()); }
+
+    /// Three pictures for the converter, over an old patch.
+    Arguments PatchThatWaits(const Arguments& pictures) {
         WriteFile(temp / "old.vkp", std::string("old"));
         Protect(temp / "old.vkp");
-        Arguments arguments{program,
-                            "patch",
-                            Write(FourIcons(FlashKind::SGold)),
-                            "-o",
-                            Path("old.vkp"),
-                            "--overwrite",
-                            "--converter",
-                            SlowConverter(seconds)};
+        Arguments arguments{program,       "patch",           Write(FourIcons(FlashKind::SGold)),
+                            "-o",          Path("old.vkp"),   "--overwrite",
+                            "--converter", WaitingConverter()};
         arguments.insert(arguments.end(), pictures.begin(), pictures.end());
         return arguments;
     }
@@ -65,7 +77,10 @@ class StoppedTest : public CliTest {
     Ended EndWhileConverting(const Arguments& command, int signal) const {
         StartedProgram started(command, around);
         EXPECT_TRUE(Await([&] { return Conversions() > 0; }));
-        Ended ended = started.End(signal);
+        started.Send(signal);
+        EXPECT_TRUE(Await([&] { return !started.Handles(signal); }));  // once it was noted
+        LetTheConverterGoOn();
+        Ended ended = started.AwaitEnd();
         EXPECT_TRUE(Await([&] { return Conversions() % 2 == 0; }));  // a killed program's converter goes on
         return ended;
     }
@@ -77,24 +92,41 @@ class StoppedTest : public CliTest {
         return started.End(signal);
     }
 
-    /// Its block of pictures, at 0xC0000, is 60 MiB long.
-    std::string LongFlash() {
+    /// Its block of pictures, at 0xC0000, is as long as so many sources.
+    std::string LongFlash(std::uint64_t sourceLength) {
         FlashBuilder flash(FlashKind::NewSGold);
-        flash.Size(64U << 20);
+        flash.Size((kSources + 2) * sourceLength);
         for (std::uint64_t i = 0; i <= kSources; ++i)
-            flash.AddPictureAt(0xC0000 + i * kSourceLength, 4, 4, 0x05, Bytes(16, 1));
-        return Write(flash);
+            flash.AddPictureAt(0xC0000 + i * sourceLength, 4, 4, 0x05, Bytes(16, 1));
+        const std::filesystem::path path = temp / "flash.bin";
+        EXPECT_TRUE(flash.WriteTo(path));  // too long to be looked at again
+        return path.string();
     }
 
-    /// A source for each picture of LongFlash; they fill all of its block.
+    /// A source for each picture of the long flash; they fill all of its block.
     std::string LongSources() const {
         std::filesystem::create_directory(temp / "from");
         const Bytes file = ComposeGpf({4, 4, 0x05, 0, true}, Bytes(16, 7));
         for (std::uint64_t i = 0; i <= kSources; ++i) {
             const auto path = WriteFile(temp / "from" / (std::to_string(i) + ".gpf2"), file);
-            if (i < kSources) std::filesystem::resize_file(path, kGpfHeaderSize + kSourceLength);
+            if (i < kSources) std::filesystem::resize_file(path, kGpfHeaderSize + kLongSource);
         }
         return Path("from");
+    }
+
+    Arguments RebuildOver() {
+        const std::string flash = LongFlash(kLongSource);
+        return {program, "rebuild-pit", flash, "--from", LongSources(), "-o", OldBlocks(), "--overwrite"};
+    }
+
+    /// A long copy over an old one.
+    Arguments ApplyOver() {
+        const std::filesystem::path flash = temp / "flash.bin";
+        EXPECT_TRUE(FourIcons().WriteTo(flash));
+        std::filesystem::resize_file(flash, kLongFlash);  // a hole takes no room
+        const std::string patch = Write("a.vkp", std::string("; nothing\n"));
+        const std::string copy = Write("copy.bin", std::string("old"));
+        return {program, "apply", patch, flash.string(), "-o", copy, "--overwrite"};
     }
 
     /// "out" with old files of both names.
@@ -135,13 +167,7 @@ TEST_F(StoppedTest, AKilledExportLeavesOnlyWholeFilesAndOldOnes) {
 
 TEST_F(StoppedTest, AKilledApplyLeavesTheOldCopyAsItWas) {
     leftoversAreFine = true;
-    FlashBuilder builder = FourIcons();
-    const std::string flash = Write(builder.Size(48U << 20));
-    const std::string patch = Write("a.vkp", std::string("; nothing\n"));
-    Write("copy.bin", std::string("old"));
-    StartedProgram started({program, "apply", patch, flash, "-o", Path("copy.bin"), "--overwrite"}, around);
-    ASSERT_TRUE(Await([&] { return started.BytesWritten() > 1U << 20; }));
-    EXPECT_EQ(started.End(SIGKILL).status, -SIGKILL);  // and copy.bin is protected
+    EXPECT_EQ(EndWhileWriting(ApplyOver(), SIGKILL).status, -SIGKILL);  // and the old copy is protected
 }
 
 TEST_F(StoppedTest, APoliteEndFinishesTheFileAtHandAndLeavesNothingBehind) {
@@ -158,32 +184,33 @@ TEST_F(StoppedTest, APoliteEndFinishesTheFileAtHandAndLeavesNothingBehind) {
 }
 
 TEST_F(StoppedTest, AStoppedPatchKeepsTheOldOneAndTakesNoFurtherPicture) {
-    const Ended ended = EndWhileConverting(SlowPatch(PngsOneByOne(), "0.2"), SIGINT);
+    const Ended ended = EndWhileConverting(PatchThatWaits(PngsOneByOne()), SIGINT);
     ExpectRefused(ended, {"stopped"});
     EXPECT_EQ(Conversions(), 2U);
 }
 
 TEST_F(StoppedTest, AStoppedFolderOfPicturesGivesNoPatch) {
-    const Ended ended = EndWhileConverting(SlowPatch(PngsOfAFolder(), "0.2"), SIGTERM);
+    const Ended ended = EndWhileConverting(PatchThatWaits(PngsOfAFolder()), SIGTERM);
     ExpectRefused(ended, {"stopped"});
     EXPECT_EQ(Conversions(), 2U);
 }
 
 TEST_F(StoppedTest, AKilledPatchKeepsTheOldOne) {
     leftoversAreFine = true;
-    EXPECT_EQ(EndWhileConverting(SlowPatch(PngsOneByOne(), "0.2"), SIGKILL).status, -SIGKILL);
+    EXPECT_EQ(EndWhileConverting(PatchThatWaits(PngsOneByOne()), SIGKILL).status, -SIGKILL);
 }
 
 TEST_F(StoppedTest, ASecondInterruptEndsTheProgramAtOnce) {
     leftoversAreFine = true;
-    const Arguments command = SlowPatch(PngsOneByOne(), "1");
+    const Arguments command = PatchThatWaits(PngsOneByOne());
     for (const int second : {SIGINT, SIGTERM, SIGHUP}) {
-        std::filesystem::remove(temp / "conversions");
+        for (const char* name : {"conversions", "go"}) std::filesystem::remove(temp / name);
         StartedProgram started(command, around);
         ASSERT_TRUE(Await([&] { return Conversions() > 0; }));
         started.Send(SIGINT);
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        ASSERT_TRUE(Await([&] { return !started.Handles(second); }));
         EXPECT_EQ(started.End(second).status, -second);
+        LetTheConverterGoOn();
         EXPECT_TRUE(Await([&] { return Conversions() == 2; }));
     }
 }
@@ -191,8 +218,8 @@ TEST_F(StoppedTest, ASecondInterruptEndsTheProgramAtOnce) {
 TEST_F(StoppedTest, AHangUpThatWasToBeIgnoredIsIgnored) {
     const std::string bmp =
         Write("in.png", samples::MakePng(samples::DrawIcon(8, 8, 1), samples::PngColour::Rgb));
-    const Arguments command{"/usr/bin/nohup", program,       "convert",           bmp,
-                            Path("out.bmp"),  "--converter", SlowConverter("0.2")};
+    const Arguments command{"/usr/bin/nohup", program,       "convert",         bmp,
+                            Path("out.bmp"),  "--converter", WaitingConverter()};
     ExpectDone(EndWhileConverting(command, SIGHUP));
     EXPECT_TRUE(std::filesystem::exists(temp / "out.bmp"));
 }
@@ -201,35 +228,27 @@ TEST_F(StoppedTest, AKilledConvertKeepsTheOldFile) {
     leftoversAreFine = true;
     const std::string bmp = Write("in.bmp", samples::MakeBmp(samples::DrawIcon(8, 8, 1), 24));
     const std::string old = Write("old.png", std::string("old"));
-    EXPECT_EQ(EndWhileConverting(
-                  {program, "convert", bmp, old, "--overwrite", "--converter", SlowConverter("0.2")}, SIGKILL)
-                  .status,
-              -SIGKILL);
+    const Arguments command{program, "convert", bmp, old, "--overwrite", "--converter", WaitingConverter()};
+    EXPECT_EQ(EndWhileConverting(command, SIGKILL).status, -SIGKILL);
 }
 
 TEST_F(StoppedTest, AStoppedConvertKeepsTheOldFile) {
     const std::string png =
         Write("in.png", samples::MakePng(samples::DrawIcon(8, 8, 1), samples::PngColour::Rgb));
     const std::string old = Write("old.bmp", std::string("old"));
-    ExpectRefused(
-        EndWhileConverting({program, "convert", png, old, "--overwrite", "--converter", SlowConverter("0.2")},
-                           SIGINT),
-        {"stopped"});
+    const Arguments command{program, "convert", png, old, "--overwrite", "--converter", WaitingConverter()};
+    ExpectRefused(EndWhileConverting(command, SIGINT), {"stopped"});
 }
 
 TEST_F(StoppedTest, AnApplyThatIsInterruptedEndsAtOnceAndKeepsTheOldCopy) {
-    FlashBuilder builder = FourIcons();
-    const std::string flash = Write(builder.Size(48U << 20));
-    const std::string patch = Write("a.vkp", std::string("; nothing\n"));
-    const std::string copy = Write("copy.bin", std::string("old"));
+    const Arguments apply = ApplyOver();
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        EXPECT_EQ(EndWhileWriting({program, "apply", patch, flash, "-o", copy, "--overwrite"}, signal).status,
-                  -signal);
+        EXPECT_EQ(EndWhileWriting(apply, signal).status, -signal);
 }
 
 TEST_F(StoppedTest, AKilledBackupKeepsTheOldBlock) {
     leftoversAreFine = true;
-    const Arguments backup{program, "backup-pit", LongFlash(), "-o", OldBlocks(), "--overwrite"};
+    const Arguments backup{program, "backup-pit", LongFlash(kLongSource), "-o", OldBlocks(), "--overwrite"};
     Protect(temp / "out/0x00C0000.bin");
     EXPECT_EQ(EndWhileWriting(backup, SIGKILL).status, -SIGKILL);
     EXPECT_EQ(std::filesystem::file_size(temp / "out/0x00A0000.bin"),
@@ -237,22 +256,20 @@ TEST_F(StoppedTest, AKilledBackupKeepsTheOldBlock) {
 }
 
 TEST_F(StoppedTest, AnInterruptedBackupWritesItsBlockToTheEnd) {
-    const Arguments backup{program, "backup-pit", LongFlash(), "-o", OldBlocks(), "--overwrite"};
+    const Arguments backup{program, "backup-pit", LongFlash(kShortSource), "-o", OldBlocks(), "--overwrite"};
     ExpectDone(EndWhileWriting(backup, SIGINT));
-    EXPECT_EQ(std::filesystem::file_size(temp / "out/0x00C0000.bin"), kSources * kSourceLength + 16);
+    EXPECT_EQ(std::filesystem::file_size(temp / "out/0x00C0000.bin"), kSources * kShortSource + 16);
 }
 
 TEST_F(StoppedTest, AKilledRebuildKeepsBothOldFiles) {
     leftoversAreFine = true;
-    const Arguments rebuild{program,       "rebuild-pit", LongFlash(), "--from",
-                            LongSources(), "-o",          OldBlocks(), "--overwrite"};
+    const Arguments rebuild = RebuildOver();
     for (const char* name : {"out/0x00A0000.bin", "out/0x00C0000.bin"}) Protect(temp / name);
     EXPECT_EQ(EndWhileWriting(rebuild, SIGKILL).status, -SIGKILL);
 }
 
 TEST_F(StoppedTest, AStoppedRebuildKeepsBothOldFiles) {
-    const Arguments rebuild{program,       "rebuild-pit", LongFlash(), "--from",
-                            LongSources(), "-o",          OldBlocks(), "--overwrite"};
+    const Arguments rebuild = RebuildOver();
     for (const char* name : {"out/0x00A0000.bin", "out/0x00C0000.bin"}) Protect(temp / name);
     ExpectRefused(EndWhileWriting(rebuild, SIGINT), {"stopped"});
 }

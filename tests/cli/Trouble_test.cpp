@@ -22,9 +22,9 @@ class TroubleTest : public CliTest {
         return Cli(arguments);
     }
 
-    /// Stopped after ten seconds, so that a program that blocks fails its test.
+    /// Stopped after a minute, so that a program that blocks fails its test.
     Ended InTime(const Arguments& arguments) const {
-        Arguments command{"/usr/bin/timeout", "10", program};
+        Arguments command{"/usr/bin/timeout", "60", program};
         command.insert(command.end(), arguments.begin(), arguments.end());
         return RunProgram(command, around);
     }
@@ -359,7 +359,7 @@ TEST_F(LittleMemoryTest, ANumberInAFileTakesNone) {
 
 TEST_F(TroubleTest, AReaderThatIsGoneLeavesNoFolderOfTemporaryFiles) {
     const std::string flash = Write(FourIcons());
-    const std::string piped = "{ sleep 1; \"$0\" \"$@\"; echo $? > status; } | true";
+    const std::string piped = "mkfifo pipe; : <pipe & exec 3>pipe; wait; \"$0\" \"$@\" >&3; echo $? >status";
     around.folder = temp.Path();
     RunProgram({"/bin/sh", "-c", piped, program, "export", flash, "-o", Path("out"), "--format", "bmp"},
                around);

@@ -38,9 +38,8 @@ TEST_F(TwoAtOnceTest, NeitherSeesThePicturesOfTheOther) {
     for (int round = 0; round < 10; ++round) {
         StartedProgram first(one, around);
         StartedProgram second(other, around);
-        constexpr int kNoSignal = 0;
-        EXPECT_EQ(first.End(kNoSignal).status, 0);
-        EXPECT_EQ(second.End(kNoSignal).status, 0);
+        EXPECT_EQ(first.AwaitEnd().status, 0);
+        EXPECT_EQ(second.AwaitEnd().status, 0);
         EXPECT_EQ(Made("one"), ofOne);
         EXPECT_EQ(Made("other"), ofOther);
     }
@@ -55,8 +54,8 @@ TEST_F(TwoAtOnceTest, OfTwoThatWriteOneFileOneIsWhole) {
     for (int round = 0; round < 10; ++round) {
         StartedProgram first(one, around);
         StartedProgram second(other, around);
-        first.End(0);
-        second.End(0);
+        first.AwaitEnd();
+        second.AwaitEnd();
         EXPECT_TRUE(Made("one") == ofOne || Made("one") == ofOther);
     }
 }

@@ -75,7 +75,7 @@ TEST_F(ChildProcessRunnerTest, AProgramThatCanNotStartReturnsAtOnce) {
                                                  std::filesystem::path(), temp / "caf\xE9"})
         EXPECT_TRUE(runner.RunAndWait(program, {"x"}).starts_with("cannot be started (")) << program;
     EXPECT_EQ(runner.RunAndWait(plain, {"x"}), "cannot be started (Permission denied)");
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::minutes(1));
 }
 
 TEST_F(ChildProcessRunnerTest, ReturnsOnlyWhenTheProgramHasEnded) {
@@ -100,7 +100,7 @@ TEST_F(ChildProcessRunnerTest, AProgramWithoutEndIsEndedWhenAsked) {
         const auto start = std::chrono::steady_clock::now();
         impatient.RunAndWait(endless, {});
         EXPECT_EQ(asked, 3);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::minutes(1));
     }
 }
 

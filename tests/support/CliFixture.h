@@ -66,6 +66,12 @@ class CliTest : public ::testing::Test {
         return Write(name, Bytes(text.begin(), text.end()));
     }
 
+    std::string WriteProgram(const std::string& name, const std::string& script) {
+        const std::string path = Write(name, script);
+        std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+        return path;
+    }
+
     std::string Path(const std::string& name) const { return (temp / name).string(); }
 
     /// A converter that takes so many seconds more for each picture. It adds a line to "conversions" when it
@@ -73,13 +79,11 @@ class CliTest : public ::testing::Test {
     std::string SlowConverter(const std::string& seconds) {
         const std::string log = " >>'" + Path("conversions") + "'\n";
         const std::string real = "'" + std::string(PICTAVO_BIN_DIR) + "/pictavo-convert' \"$@\"\n";
-        const std::string script = Write(
+        return WriteProgram(
             "slow", "#!/bin/sh\necho begun" + log + "sleep " + seconds + "\n" + real + "echo ended" + log);
-        std::filesystem::permissions(script, std::filesystem::perms::owner_all);
-        return script;
     }
 
-    /// Lines that SlowConverter wrote.
+    /// Lines that such a converter wrote.
     std::size_t Conversions() const {
         const std::filesystem::path log = temp / "conversions";
         return std::filesystem::exists(log) ? Lines(ReadText(log)).size() : 0;

@@ -27,6 +27,10 @@ class StartedProgram {
     /// Sends the signal and waits for the end.
     Ended End(int signal) {
         Send(signal);
+        return AwaitEnd();
+    }
+
+    Ended AwaitEnd() {
         int state = 0;
         EXPECT_EQ(waitpid(child_, &state, 0), child_);
         child_ = -1;
@@ -36,23 +40,33 @@ class StartedProgram {
 
     /// Bytes that the program has written so far, to wherever.
     std::uint64_t BytesWritten() const {
-        std::ifstream counts("/proc/" + std::to_string(child_) + "/io");
-        std::string key;
-        std::uint64_t count = 0;
-        while (counts >> key >> count)
-            if (key == "wchar:") return count;
-        return 0;
+        const std::string count = WhatTheSystemSays("io", "wchar:");
+        return count.empty() ? 0 : std::stoull(count);
+    }
+
+    /// Whether the signal would be handled by the program, not by the system.
+    bool Handles(int signal) const {
+        const std::string handled = WhatTheSystemSays("status", "SigCgt:");
+        return !handled.empty() && (std::stoull(handled, nullptr, 16) >> (signal - 1)) % 2 == 1;
     }
 
   private:
+    /// The value of a line about the program; empty when the program is gone.
+    std::string WhatTheSystemSays(const std::string& file, const std::string& key) const {
+        std::ifstream lines("/proc/" + std::to_string(child_) + "/" + file);
+        for (std::string word; lines >> word;)
+            if (word == key && lines >> word) return word;
+        return "";
+    }
+
     TempFolder scratch_;
     pid_t child_ = -1;
 };
 
-/// Looks again and again until `isSo`, for ten seconds at most; whether it came so.
+/// Looks again and again until `isSo`, for a minute at most; whether it came so. Machines are busy at times.
 template <typename Condition>
 bool Await(Condition isSo) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
     while (!isSo()) {
         if (std::chrono::steady_clock::now() > end) return false;
         std::this_thread::sleep_for(std::chrono::microseconds(200));

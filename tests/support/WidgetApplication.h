@@ -16,6 +16,7 @@ class WidgetApplication final : public ::testing::Environment {
         for (const char* variable : {"QT_SCALE_FACTOR", "QT_STYLE_OVERRIDE"}) qunsetenv(variable);
         qputenv("QT_QPA_PLATFORM", "offscreen");
         application_ = std::make_unique<Application>(count_, arguments_);
+        QApplication::setKeyboardInputInterval(60'000);  // a busy machine types slowly
     }
     void TearDown() override { application_.reset(); }
 

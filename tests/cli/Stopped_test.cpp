@@ -13,7 +13,7 @@ class StoppedTest : public CliTest {
     static constexpr std::uintmax_t kLongFlash = std::uintmax_t{1} << 30;
     static constexpr std::uint64_t kSources = 30;
     static constexpr std::uint64_t kShortSource = 2U << 20;
-    static constexpr std::uint64_t kLongSource = 24U << 20;
+    static constexpr std::uint64_t kLongSource = 15U << 20;
 
     /// Records of one and the same picture.
     std::string ManyPictures() {

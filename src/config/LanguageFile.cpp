@@ -36,14 +36,14 @@ struct Caption {
     Last last = Last::Nothing;
 };
 
-struct Key {
+struct TextKey {
     std::string_view name;
     std::string LanguageTable::*text = nullptr;
     std::array<Caption, 3> captions = {};
 };
 
 /// All keys, in the order in which a line is held against them.
-constexpr std::array<Key, 60> kKeys = {{
+constexpr std::array<TextKey, 60> kTextKeys = {{
     {"str_UNKfile", &LanguageTable::str_UNKfile},
     {"str_Succes", &LanguageTable::str_Succes},
     {"str_PlSel",
@@ -157,7 +157,7 @@ class DecodedLines {
 };
 
 /// The line without the key and the one character behind it, whatever that is and however many bytes it has.
-std::string ValueOf(const std::string& line, const Key& key) {
+std::string ValueOf(const std::string& line, const TextKey& key) {
     std::size_t begin = key.name.size();
     if (begin < line.size()) ++begin;
     while (begin < line.size() && IsFollowingByte(line[begin])) ++begin;
@@ -178,7 +178,7 @@ std::string Compose(const Caption& caption, const std::string& value, const std:
     NoOtherValue();
 }
 
-void Take(const std::string& line, const Key& key, const std::string& language, LanguageTable& table) {
+void Take(const std::string& line, const TextKey& key, const std::string& language, LanguageTable& table) {
     if (!line.starts_with(key.name)) return;
     const std::string value = ValueOf(line, key);
     if (key.text != nullptr) table.*key.text = value;
@@ -210,7 +210,7 @@ Status ReadLanguageFile(const ByteSource& source, const std::string& language, C
     for (;;) {
         PICTAVO_TRY(const auto line, lines.Next());
         if (!line) return {};
-        for (const Key& key : kKeys) Take(*line, key, language, table);
+        for (const TextKey& key : kTextKeys) Take(*line, key, language, table);
     }
 }
 

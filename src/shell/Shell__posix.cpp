@@ -28,11 +28,11 @@ class ChildSetting {
         posix_spawn_file_actions_init(&files);
         for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
             posix_spawn_file_actions_addopen(&files, stream, "/dev/null", O_RDWR, 0);
-        sigset_t signals;
-        sigemptyset(&signals);
-        for (const int signal : {SIGPIPE, SIGXFSZ}) sigaddset(&signals, signal);
+        sigset_t usual;
+        sigemptyset(&usual);
+        for (const int signal : {SIGPIPE, SIGXFSZ}) sigaddset(&usual, signal);
         posix_spawnattr_init(&attributes);
-        posix_spawnattr_setsigdefault(&attributes, &signals);
+        posix_spawnattr_setsigdefault(&attributes, &usual);
         posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
     }
     ~ChildSetting() {

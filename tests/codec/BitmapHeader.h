@@ -3,10 +3,15 @@
 /// The first 54 bytes of a bitmap, telling whatever a test wants them to tell.
 
 #include <algorithm>
+#include <limits>
 
 #include "core/Bytes.h"
 
 namespace pictavo::tests {
+
+/// The ends of what it can tell of a width or height.
+inline constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
+inline constexpr std::int32_t kSmallest = std::numeric_limits<std::int32_t>::min();
 
 struct BitmapFields {
     std::int32_t width = 1;

@@ -13,8 +13,6 @@
 namespace pictavo::tests {
 namespace {
 
-constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
-constexpr std::int32_t kSmallest = std::numeric_limits<std::int32_t>::min();
 constexpr const char* kNotFilled = "the file ends before the last row of its pixels";
 
 Bytes PixelsOf(const Bytes& bitmap) {

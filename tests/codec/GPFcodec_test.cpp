@@ -2,14 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "OldPicture.h"
 #include "support/Refusal.h"
 #include "support/TempFolder.h"
 
 namespace pictavo::tests {
 namespace {
-
-constexpr Cell kOld{1, 2, 3, 4};
-constexpr Cell kRed{255, 0, 0, 0};
 
 /// 132 x 176 pixels of compressed 16 bit.
 constexpr GpfHeader kTypical{132, 176, 0x88, 0x1234, false};
@@ -210,7 +208,7 @@ TEST(GpfType, SizesAreThoseOfTheHeader) {
 class LoadGpfTest : public ::testing::Test {
   protected:
     LoadGpfTest() {
-        std::fill_n(picture.raster.From(0, 0), Raster::kColumns * Raster::kRows, kOld);
+        FillWithOld(picture.raster);
         picture.width = 11;
         picture.height = 12;
         picture.bitDepth = 24;
@@ -244,7 +242,7 @@ TEST_F(LoadGpfTest, ThePictureBeginsBehindTheHeader) {
         ExpectSame(loaded->header, {3, 1, 0x85, 26, isGPF2});
         EXPECT_EQ(loaded->decoded.consumed, 2U);
         EXPECT_TRUE(loaded->decoded.complete);
-        EXPECT_EQ(picture.raster.At(2, 0), kRed);
+        EXPECT_EQ(picture.raster.At(2, 0), (Cell{255, 0, 0, 0}));
         EXPECT_EQ(picture.raster.At(3, 0), kOld);
         EXPECT_EQ(picture.width, 3);
         EXPECT_EQ(picture.bitDepth, 8);

@@ -2,16 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include "OldPicture.h"
+
 namespace pictavo::tests {
 namespace {
 
-constexpr Cell kOld{1, 2, 3, 4};
 constexpr Cell kNew{201, 202, 203, 204};
 
 class ImportedPixelsTest : public ::testing::Test {
   protected:
     ImportedPixelsTest() {
-        std::fill_n(picture.raster.From(0, 0), Raster::kColumns * Raster::kRows, kOld);
+        FillWithOld(picture.raster);
         picture.width = 10;
         picture.height = 20;
         picture.bitDepth = 16;
@@ -82,7 +83,7 @@ TEST_F(ImportedPixelsTest, NoPixelsLeaveNoPicture) {
 TEST_F(ImportedPixelsTest, OnlyFlaggedChannelsChange) {
     for (unsigned set = 1; set < 16; ++set) {
         const ChannelFlags flags{(set & 1) != 0, (set & 2) != 0, (set & 4) != 0, (set & 8) != 0};
-        std::fill_n(picture.raster.From(0, 0), Raster::kColumns * Raster::kRows, kOld);
+        FillWithOld(picture.raster);
         Store(OneColour(3, 2), flags);
         Cell expected = kOld;
         if (flags.red) expected.r = 201;

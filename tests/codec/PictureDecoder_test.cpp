@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <random>
 
+#include "OldPicture.h"
 #include "PlainCodec.h"
 #include "codec/PictureType.h"
 #include "samples/PictureEncoders.h"
@@ -14,7 +15,6 @@ namespace {
 
 const Cell kWhite{255, 255, 255, 0};
 const Cell kBlack{0, 0, 0, 0};
-const Cell kOld{1, 2, 3, 4};
 
 constexpr PictureFormat Format(int width, int height, int bitDepth, bool compressed = false) {
     return {width, height, bitDepth, compressed};
@@ -23,8 +23,7 @@ constexpr PictureFormat Format(int width, int height, int bitDepth, bool compres
 /// A picture whose cells all hold kOld, so that what a decode leaves alone can be seen.
 Picture OldPicture() {
     Picture picture;
-    for (int y = 0; y < Raster::kRows; ++y)
-        std::fill_n(picture.raster.From(0, y), std::size_t{Raster::kColumns}, kOld);
+    FillWithOld(picture.raster);
     return picture;
 }
 

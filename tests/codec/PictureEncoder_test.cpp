@@ -141,7 +141,7 @@ TEST(PictureEncoder, AnEmptyPictureHasNoBytes) {
 }
 
 /// Cells of few colours in stretches, so that runs, literals and their ends meet at random.
-Picture RandomPicture(std::mt19937& random, int width, int height) {
+Picture PictureOfStretches(std::mt19937& random, int width, int height) {
     Picture picture;
     picture.width = width;
     picture.height = height;
@@ -168,7 +168,7 @@ TEST(PictureEncoder, WritesWhatThePlainEncoderWrites) {
     for (int round = 0; round < 600; ++round) {
         const int width = 1 + static_cast<int>(random() % (round % 2 == 0 ? 12 : 240));
         const int height = 1 + static_cast<int>(random() % (round % 2 == 0 ? 9 : 60));
-        const Picture picture = RandomPicture(random, width, height);
+        const Picture picture = PictureOfStretches(random, width, height);
         for (const std::uint8_t type : std::initializer_list<std::uint8_t>{
                  kType8BitCompressed, kType16BitCompressed, kType24BitCompressed})
             ASSERT_EQ(EncodePicture(picture, type), plain::Encoder(picture, *BitDepthOf(type)).Run())
@@ -219,7 +219,7 @@ TEST(PictureEncoder, EveryWrittenTypeComesBackAtAllSizesFromTwoColumnsOn) {
         for (const std::uint8_t type :
              std::initializer_list<std::uint8_t>{0x01, 0x05, 0x08, 0x0A, 0x85, 0x88, 0x8A}) {
             SCOPED_TRACE(std::to_string(width) + " x " + std::to_string(height) + " " + std::to_string(type));
-            ExpectRoundTrip(RandomPicture(random, width, height), type);
+            ExpectRoundTrip(PictureOfStretches(random, width, height), type);
             if (::testing::Test::HasFatalFailure()) return;
         }
     }
@@ -238,7 +238,7 @@ TEST(PictureEncoder, EveryWidthFromTwoOnComesBackFromTheCompressedTypesAsFromThe
     std::mt19937 random(18);
     for (int width = 2; width <= 240; ++width) {
         for (const std::uint8_t type : std::initializer_list<std::uint8_t>{0x85, 0x88, 0x8A}) {
-            const Picture picture = RandomPicture(random, width, 1 + width % 3);
+            const Picture picture = PictureOfStretches(random, width, 1 + width % 3);
             const Picture compressed = ThereAndBack(picture, type);
             const Picture plain = ThereAndBack(picture, static_cast<std::uint8_t>(type & 0x7F));
             for (int y = 0; y < picture.height; ++y)
@@ -251,7 +251,7 @@ TEST(PictureEncoder, EveryWidthFromTwoOnComesBackFromTheCompressedTypesAsFromThe
 
 TEST(PictureEncoder, TheLargestPictureComesBackInEveryType) {
     std::mt19937 random(19);
-    const Picture picture = RandomPicture(random, 240, 320);
+    const Picture picture = PictureOfStretches(random, 240, 320);
     for (const std::uint8_t type : std::initializer_list<std::uint8_t>{0x85, 0x88, 0x8A})
         ExpectRoundTrip(picture, type);
 }

@@ -12,8 +12,6 @@
 namespace pictavo::tests {
 namespace {
 
-constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
-constexpr std::int32_t kSmallest = std::numeric_limits<std::int32_t>::min();
 const Error kNoSize{ErrorKind::Malformed, {}, std::nullopt, "its header tells no size of a picture"};
 
 Result<PictureFileInfo> Tell(const Bytes& file) {

@@ -8,15 +8,22 @@ namespace pictavo::tests {
 namespace {
 
 TEST(PictureType, TheLowDigitNamesTheDepth) {
-    for (const unsigned high : {0x00U, 0x10U, 0x80U, 0xF0U, 0x4500U}) {
-        EXPECT_EQ(BitDepthOf(high | 0x01), 1);
-        EXPECT_EQ(BitDepthOf(high | 0x05), 8);
-        EXPECT_EQ(BitDepthOf(high | 0x07), 12);
-        EXPECT_EQ(BitDepthOf(high | 0x08), 16);
-        EXPECT_EQ(BitDepthOf(high | 0x0A), 24);
-        for (const unsigned digit : {0x00U, 0x02U, 0x03U, 0x04U, 0x06U, 0x09U, 0x0BU, 0x0FU})
-            EXPECT_EQ(BitDepthOf(high | digit), std::nullopt) << digit;
-    }
+    const std::array<std::optional<int>, 16> depths{std::nullopt, 1,
+                                                    std::nullopt, std::nullopt,
+                                                    std::nullopt, 8,
+                                                    std::nullopt, 12,
+                                                    16,           std::nullopt,
+                                                    24,           std::nullopt,
+                                                    std::nullopt, std::nullopt,
+                                                    std::nullopt, std::nullopt};
+    for (unsigned low = 0; low < 16; ++low)
+        for (const unsigned high : {0x00U, 0x10U, 0x80U, 0xF0U, 0x4500U})
+            EXPECT_EQ(BitDepthOf(high | low), depths[low]);
+}
+
+TEST(PictureType, OnlyTheHighDigit8IsCompressed) {
+    for (unsigned high = 0; high < 16; ++high)
+        EXPECT_EQ(IsCompressed(static_cast<std::uint8_t>(high << 4 | 8)), high == 8);
 }
 
 TEST(PictureType, FiveDepthsAreThePhones) {

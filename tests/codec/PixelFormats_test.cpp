@@ -179,32 +179,6 @@ TEST(Pixels1, TheMarkerColourHasNoMeaning) {
     EXPECT_EQ(Pixels1::QuantiseOne(kTransparentMarker), 0U);
 }
 
-TEST(PictureType, TheLowDigitNamesTheDepth) {
-    const std::array<std::optional<int>, 16> depths{std::nullopt, 1,
-                                                    std::nullopt, std::nullopt,
-                                                    std::nullopt, 8,
-                                                    std::nullopt, 12,
-                                                    16,           std::nullopt,
-                                                    24,           std::nullopt,
-                                                    std::nullopt, std::nullopt,
-                                                    std::nullopt, std::nullopt};
-    for (unsigned low = 0; low < 16; ++low)
-        for (const unsigned high : {0x00U, 0x10U, 0x80U}) EXPECT_EQ(BitDepthOf(high | low), depths[low]);
-}
-
-TEST(PictureType, OnlyTheHighDigit8IsCompressed) {
-    for (unsigned high = 0; high < 16; ++high)
-        EXPECT_EQ(IsCompressed(static_cast<std::uint8_t>(high << 4 | 8)), high == 8);
-}
-
-TEST(PictureType, ThePickedDepthsHaveCompressedTypes) {
-    EXPECT_EQ(CompressedTypeOf(1), 129);
-    EXPECT_EQ(CompressedTypeOf(8), 133);
-    EXPECT_EQ(CompressedTypeOf(16), 136);
-    EXPECT_EQ(CompressedTypeOf(24), 138);
-    EXPECT_EQ(CompressedTypeOf(12), std::nullopt);
-}
-
 }  // namespace
 }  // namespace tests
 }  // namespace pictavo

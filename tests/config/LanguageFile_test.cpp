@@ -20,7 +20,7 @@ Status ReadInto(LanguageTable& table, const std::string& text, CodePage codePage
     return ReadLanguageFile(MemorySource(Bytes(bytes.begin(), bytes.end())), kLanguage, codePage, table);
 }
 
-LanguageTable Read(const std::string& text, CodePage codePage = CodePage::Windows1252) {
+LanguageTable TableOf(const std::string& text, CodePage codePage = CodePage::Windows1252) {
     LanguageTable table;
     const Status status = ReadInto(table, text, codePage);
     EXPECT_TRUE(status) << status.error().detail;
@@ -35,7 +35,7 @@ TEST(LanguageFile, ThereAreSixtyKeys) {
 
 TEST(LanguageFile, EachKeySetsItsTextAndItsCaptionsAndNothingElse) {
     for (const ExpectedKey& key : ExpectedKeys()) {
-        const LanguageTable read = Read(key.name + "=the text\r\n");
+        const LanguageTable read = TableOf(key.name + "=the text\r\n");
         LanguageTable expected;
         if (key.text != nullptr) expected.*key.text = "the text";
         for (const ExpectedCaption& caption : key.captions)
@@ -64,32 +64,32 @@ TEST(LanguageFile, MessagesAreEmptyAndTitlesAsDesignedWithoutAFile) {
 }
 
 TEST(LanguageFile, TheChoiceOfTheDialogNamesTheConverterAndTheLanguage) {
-    const LanguageTable table = Read("str_PlSel=Choose");
+    const LanguageTable table = TableOf("str_PlSel=Choose");
     EXPECT_EQ(table.captions.at("Form2.Frame2"), "Choose nConvert.exe");
     EXPECT_EQ(table.captions.at("Form2.Frame1"), "Choose Klingon");
 }
 
 TEST(LanguageFile, TheDefaultIsCalledGpf2InFront) {
-    EXPECT_EQ(Read("str_Def=first").captions.at("Form2.Check3"), "GPF2 first");
+    EXPECT_EQ(TableOf("str_Def=first").captions.at("Form2.Check3"), "GPF2 first");
 }
 
 // ----------------------------------------------------------------------------------------------- the lines
 
 TEST(LanguageFile, TheOneCharacterBehindTheKeyIsDroppedWhateverItIs) {
-    EXPECT_EQ(Read("str_Succes=Done").str_Succes, "Done");
-    EXPECT_EQ(Read("str_Succes:Done").str_Succes, "Done");
-    EXPECT_EQ(Read("str_SuccesDone").str_Succes, "one");
-    EXPECT_EQ(Read("str_Succes = Done").str_Succes, "= Done");
-    EXPECT_EQ(Read("str_Succes\xE2\x80\x94"
-                   "Done")
+    EXPECT_EQ(TableOf("str_Succes=Done").str_Succes, "Done");
+    EXPECT_EQ(TableOf("str_Succes:Done").str_Succes, "Done");
+    EXPECT_EQ(TableOf("str_SuccesDone").str_Succes, "one");
+    EXPECT_EQ(TableOf("str_Succes = Done").str_Succes, "= Done");
+    EXPECT_EQ(TableOf("str_Succes\xE2\x80\x94"
+                      "Done")
                   .str_Succes,
               "Done")
         << "a dash is one character";
 }
 
 TEST(LanguageFile, TheTextIsTakenAsItStands) {
-    EXPECT_EQ(Read("str_Succes= a = b ; c & d\t ").str_Succes, " a = b ; c & d\t ");
-    EXPECT_EQ(Read("str_Succes=\"quoted\"").str_Succes, "\"quoted\"");
+    EXPECT_EQ(TableOf("str_Succes= a = b ; c & d\t ").str_Succes, " a = b ; c & d\t ");
+    EXPECT_EQ(TableOf("str_Succes=\"quoted\"").str_Succes, "\"quoted\"");
 }
 
 TEST(LanguageFile, AKeyWithoutATextEmptiesIt) {
@@ -102,33 +102,33 @@ TEST(LanguageFile, AKeyWithoutATextEmptiesIt) {
 }
 
 TEST(LanguageFile, ALineBelongsToTheKeyThatItBeginsWith) {
-    EXPECT_EQ(Read("str_allowed=x").str_all, "wed=x");
+    EXPECT_EQ(TableOf("str_allowed=x").str_all, "wed=x");
 }
 
 TEST(LanguageFile, TheLastLineOfAKeyWins) {
     const LanguageTable table =
-        Read("str_Succes=one\r\ncap_mnView=one\r\nstr_Succes=two\r\ncap_mnView=two\r\n");
+        TableOf("str_Succes=one\r\ncap_mnView=one\r\nstr_Succes=two\r\ncap_mnView=two\r\n");
     EXPECT_EQ(table.str_Succes, "two");
     EXPECT_EQ(table.captions.at("mnu_View"), "two");
 }
 
 TEST(LanguageFile, LinesOfNoKeyArePassedOver) {
-    const LanguageTable table =
-        Read("; str_Succes=no\r\n\r\n str_Succes=no\r\nSTR_SUCCES=no\r\nstr_Succe=no\r\nstr_Thanks=no\r\n");
+    const LanguageTable table = TableOf(
+        "; str_Succes=no\r\n\r\n str_Succes=no\r\nSTR_SUCCES=no\r\nstr_Succe=no\r\nstr_Thanks=no\r\n");
     EXPECT_EQ(table.str_Succes, "");
     EXPECT_THAT(table.captions, IsEmpty());
 }
 
 TEST(LanguageFile, BothKindsOfLineEndAreReadAndTheLastMayBeMissing) {
     for (const std::string end : {"\r\n", "\n"}) {
-        const LanguageTable table = Read("str_save=Save" + end + "str_open=Open");
+        const LanguageTable table = TableOf("str_save=Save" + end + "str_open=Open");
         EXPECT_EQ(table.str_save, "Save");
         EXPECT_EQ(table.str_open, "Open");
     }
 }
 
 TEST(LanguageFile, WhatItDoesNotNameKeepsTheTextOfTheLanguageBefore) {
-    LanguageTable table = Read("str_Succes=Fertig\r\ncap_mnView=Ansicht\r\ncap_mnFileR=Datei\r\n");
+    LanguageTable table = TableOf("str_Succes=Fertig\r\ncap_mnView=Ansicht\r\ncap_mnFileR=Datei\r\n");
     EXPECT_TRUE(ReadInto(table, "str_save=Zapisz\r\ncap_mnFileR=Plik\r\n"));
     EXPECT_EQ(table.str_Succes, "Fertig");
     EXPECT_EQ(table.captions.at("mnu_View"), "Ansicht");
@@ -150,12 +150,12 @@ void ExpectAll(const LanguageTable& table, const std::string& all) {
 }
 
 TEST(LanguageFile, AllStandsInTheCaptionsBehindIt) {
-    ExpectAll(Read(std::string("str_all=all\r\n") + kThreeKeys), "all");
+    ExpectAll(TableOf(std::string("str_all=all\r\n") + kThreeKeys), "all");
 }
 
 TEST(LanguageFile, AllComesTooLateForTheCaptionsBeforeIt) {
     const std::string late = std::string(kThreeKeys) + "str_all=all\r\n";
-    LanguageTable table = Read(late);
+    LanguageTable table = TableOf(late);
     ExpectAll(table, "");
     EXPECT_EQ(table.str_all, "all");
     EXPECT_TRUE(ReadInto(table, std::string(kThreeKeys) + "str_all=alle\r\n"));
@@ -166,24 +166,24 @@ TEST(LanguageFile, AllComesTooLateForTheCaptionsBeforeIt) {
 
 TEST(LanguageFile, TextThatIsNotUtf8IsOfTheCodePage) {
     const std::string succes = "str_Succes=\xC3\xEE\xF2\xEE\xE2\xEE\r\n";
-    EXPECT_EQ(Read(succes, CodePage::Windows1251).str_Succes, "Готово");
-    EXPECT_EQ(Read(succes, CodePage::Windows1252).str_Succes, "Ãîòîâî");
+    EXPECT_EQ(TableOf(succes, CodePage::Windows1251).str_Succes, "Готово");
+    EXPECT_EQ(TableOf(succes, CodePage::Windows1252).str_Succes, "Ãîòîâî");
 }
 
 TEST(LanguageFile, Utf8IsToldWhateverTheCodePage) {
     for (const CodePage codePage : {CodePage::Windows1251, CodePage::Windows1252})
-        EXPECT_EQ(Read("str_Succes=Готово\r\n", codePage).str_Succes, "Готово");
+        EXPECT_EQ(TableOf("str_Succes=Готово\r\n", codePage).str_Succes, "Готово");
 }
 
 TEST(LanguageFile, AByteOrderMarkIsNoPartOfTheFirstLine) {
-    const LanguageTable table = Read("\xEF\xBB\xBFstr_Succes=Готово\r\n\xEF\xBB\xBFstr_save=x\r\n");
+    const LanguageTable table = TableOf("\xEF\xBB\xBFstr_Succes=Готово\r\n\xEF\xBB\xBFstr_save=x\r\n");
     EXPECT_EQ(table.str_Succes, "Готово");
     EXPECT_EQ(table.str_save, "") << "a mark further on is a character like others";
 }
 
 TEST(LanguageFile, OneByteThatIsNoUtf8MakesTheWholeFileTextOfTheCodePage) {
     const LanguageTable table =
-        Read("str_save=Готово\r\nstr_open=\xC3\xEE\xF2\xEE\xE2\xEE\r\n", CodePage::Windows1251);
+        TableOf("str_save=Готово\r\nstr_open=\xC3\xEE\xF2\xEE\xE2\xEE\r\n", CodePage::Windows1251);
     EXPECT_EQ(table.str_open, "Готово");
     EXPECT_EQ(table.str_save, "Р“РѕС‚РѕРІРѕ");
 }
@@ -201,8 +201,8 @@ constexpr std::size_t kKeyLength = 11;  // "str_Succes="
 TEST(LanguageFile, ALineOf255CharactersIsRead) {
     for (const std::string letter : {"x", "Ж", "\xF0\x9F\x93\xB1"}) {
         const std::string text = Times(255 - kKeyLength, letter);
-        EXPECT_EQ(Read("str_Succes=" + text + "\r\nstr_save=s").str_Succes, text);
-        EXPECT_EQ(Read("\xEF\xBB\xBFstr_Succes=" + text).str_Succes, text)
+        EXPECT_EQ(TableOf("str_Succes=" + text + "\r\nstr_save=s").str_Succes, text);
+        EXPECT_EQ(TableOf("\xEF\xBB\xBFstr_Succes=" + text).str_Succes, text)
             << "a byte order mark is not counted";
     }
 }
@@ -242,14 +242,14 @@ TEST(LanguageFile, AFileOfMoreThanOneMiBIsRefusedBeforeItIsRead) {
 
 TEST(LanguageFile, CharactersOfACodePageAreCountedAsOneEach) {
     EXPECT_EQ(
-        Read("str_Succes=" + Times(255 - kKeyLength, "\xC3") + "\r\n", CodePage::Windows1251).str_Succes,
+        TableOf("str_Succes=" + Times(255 - kKeyLength, "\xC3") + "\r\n", CodePage::Windows1251).str_Succes,
         Times(255 - kKeyLength, "Г"));
 }
 
 TEST(LanguageFile, BytesOfEveryKindAreHarmless) {
     std::string text;
     for (int i = 0; i < 4096; ++i) text += std::string(1, static_cast<char>(i * 37 % 256)) + "\n";
-    EXPECT_EQ(Read(text + "str_Succes=Done").str_Succes, "Done");
+    EXPECT_EQ(TableOf(text + "str_Succes=Done").str_Succes, "Done");
 }
 
 // ------------------------------------------------------------------------------------------------- folders

@@ -10,8 +10,6 @@
 namespace pictavo::tests {
 namespace {
 
-[[maybe_unused]] const auto* const kApplication = ProvideCoreApplication();
-
 using samples::Drawing;
 
 const std::filesystem::path kPath = "a picture";

@@ -8,12 +8,8 @@
 namespace pictavo::tests {
 namespace {
 
-MemorySource Source(const std::string& text) {
-    return MemorySource(Bytes(text.begin(), text.end()));
-}
-
 TEST(PatchReader, ReadsLinesAndPassesOverCommentsAndEmptyLines) {
-    const auto entries = ReadWholePatch(Source("; a comment\r\n\r\n001A2B30: 0A0B 0102\r\n  \nff: aa BB"));
+    const auto entries = ReadWholePatch(SourceOf("; a comment\r\n\r\n001A2B30: 0A0B 0102\r\n  \nff: aa BB"));
     ASSERT_TRUE(entries);
     ASSERT_EQ(entries->size(), 2U);
     EXPECT_EQ((*entries)[0].line, 3U);
@@ -27,7 +23,7 @@ TEST(PatchReader, ReadsLinesAndPassesOverCommentsAndEmptyLines) {
 TEST(PatchReader, NamesTheLineThatIsNoPatchLine) {
     for (const char* line : {"hello", "12 00 01", "12: 00", "12: 0 1", "12: 00 0102", "12: 00  01",
                              "123456789: 00 01", "xy: 00 01", ": 00 01", "12: 00 01 02", "12: G0 01"}) {
-        const auto entries = ReadWholePatch(Source(std::string("; ok\n") + line + "\n"));
+        const auto entries = ReadWholePatch(SourceOf(std::string("; ok\n") + line + "\n"));
         ASSERT_FALSE(entries) << line;
         EXPECT_EQ(entries.error().kind, ErrorKind::Malformed);
         EXPECT_TRUE(entries.error().detail.starts_with("line 2 ")) << entries.error().detail;
@@ -35,7 +31,7 @@ TEST(PatchReader, NamesTheLineThatIsNoPatchLine) {
 }
 
 TEST(PatchReader, ChecksOldBytesAndShowsWhatStandsThere) {
-    const MemorySource patch = Source("00: 01 FF\n01: 09 FF\n02: 0304 FFFF\n");
+    const MemorySource patch = SourceOf("00: 01 FF\n01: 09 FF\n02: 0304 FFFF\n");
     const auto mismatches = MismatchesOf(patch, MemorySource({1, 2, 3}));
     ASSERT_TRUE(mismatches);
     ASSERT_EQ(mismatches->size(), 2U);
@@ -46,7 +42,7 @@ TEST(PatchReader, ChecksOldBytesAndShowsWhatStandsThere) {
 }
 
 TEST(PatchReader, CountsThePatchLinesAndTheMismatches) {
-    const MemorySource patch = Source("; ok\n00: 01 FF\n01: 09 FF\n\n02: 0304 FFFF\n");
+    const MemorySource patch = SourceOf("; ok\n00: 01 FF\n01: 09 FF\n\n02: 0304 FFFF\n");
     const auto check = CheckPatch(patch, MemorySource({1, 2, 3}), [](const PatchMismatch&) {});
     ASSERT_TRUE(check);
     EXPECT_EQ(check->lines, 3U);
@@ -55,14 +51,14 @@ TEST(PatchReader, CountsThePatchLinesAndTheMismatches) {
 
 TEST(PatchReader, AppliesTheNewBytesInTheOrderOfTheLines) {
     TempFolder temp;
-    const MemorySource patch = Source("01: 02 AA\n01: 02 BB\n03: 04 CC\n");
+    const MemorySource patch = SourceOf("01: 02 AA\n01: 02 BB\n03: 04 CC\n");
     ASSERT_TRUE(ApplyPatch(patch, MemorySource({1, 2, 3, 4}), temp / "copy", false));
     EXPECT_EQ(ReadFile(temp / "copy"), (Bytes{1, 0xBB, 3, 0xCC}));
 }
 
 TEST(PatchReader, RefusesALinePastTheEndBeforeAnythingIsWritten) {
     TempFolder temp;
-    const MemorySource patch = Source("00: 01 02\n03: 0405 AABB\n");
+    const MemorySource patch = SourceOf("00: 01 02\n03: 0405 AABB\n");
     const Status applied = ApplyPatch(patch, MemorySource({1, 2, 3, 4}), temp / "copy", false);
     ASSERT_FALSE(applied);
     EXPECT_EQ(applied.error().kind, ErrorKind::Truncated);
@@ -97,11 +93,11 @@ TEST(PatchReader, APatchThatChangesWhileItIsAppliedWritesNothingPastTheEnd) {
 TEST(PatchReader, KeepsACopyThatExistsUnlessToldToReplaceIt) {
     TempFolder temp;
     WriteFile(temp / "copy", std::string("old"));
-    const Status kept = ApplyPatch(Source(""), MemorySource({1}), temp / "copy", false);
+    const Status kept = ApplyPatch(SourceOf(""), MemorySource({1}), temp / "copy", false);
     ASSERT_FALSE(kept);
     EXPECT_EQ(kept.error().kind, ErrorKind::FileExists);
     EXPECT_EQ(ReadText(temp / "copy"), "old");
-    ASSERT_TRUE(ApplyPatch(Source(""), MemorySource({1}), temp / "copy", true));
+    ASSERT_TRUE(ApplyPatch(SourceOf(""), MemorySource({1}), temp / "copy", true));
     EXPECT_EQ(ReadFile(temp / "copy"), Bytes{1});
 }
 

@@ -5,6 +5,7 @@
 
 #include "patch/PatchLine.h"
 #include "support/Refusal.h"
+#include "support/WholePatch.h"
 
 namespace pictavo::tests {
 namespace {
@@ -18,11 +19,6 @@ struct ReadSection {
     std::optional<GpfHeader> header;  ///< of a picture
     Bytes data;
 };
-
-MemorySource Source(const std::string& text) {
-    const ByteView bytes = AsBytes(text);
-    return MemorySource(Bytes(bytes.begin(), bytes.end()));
-}
 
 ReadSection Begun(const PatchPart& part) {
     if (const auto* png = std::get_if<PngPart>(&part)) return {png->name, std::nullopt, {}};
@@ -47,7 +43,7 @@ Result<std::vector<ReadSection>> TryRead(const ByteSource& source) {
 }
 
 std::vector<ReadSection> Read(const std::string& patch) {
-    const auto sections = TryRead(Source(patch));
+    const auto sections = TryRead(SourceOf(patch));
     EXPECT_TRUE(sections);
     return sections.value_or(std::vector<ReadSection>());
 }
@@ -245,7 +241,8 @@ TEST(PatchSections, BlanksBehindLinesDoNotMatter) {
 }
 
 TEST(PatchSections, AnUnreadSectionIsPassedOver) {
-    const MemorySource source = Source(Section("1", Line(Counted(1, 4))) + Section("2", Line(Counted(5, 4))));
+    const MemorySource source =
+        SourceOf(Section("1", Line(Counted(1, 4))) + Section("2", Line(Counted(5, 4))));
     PatchSectionReader reader(source);
     EXPECT_EQ(Begun(**reader.NextSection()).name, "1");
     EXPECT_EQ(Begun(**reader.NextSection()).name, "2");
@@ -321,7 +318,7 @@ TEST(PatchSections, ReadsAHundredThousandSpoiltPatchesWithinTheirBytes) {
     std::size_t intact = 0;
     for (int round = 0; round < 100'000; ++round) {
         const std::string patch = Mutated(good, random);
-        const auto sections = TryRead(Source(patch));
+        const auto sections = TryRead(SourceOf(patch));
         ASSERT_TRUE(sections);
         std::size_t bytes = 0;
         for (const ReadSection& section : *sections) bytes += section.data.size();

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <gtest/gtest.h>
-#include <string_view>
 
+#include "Parts.h"
 #include "samples/Checksums.h"
 
 namespace pictavo::samples {
@@ -12,15 +12,6 @@ namespace {
 
 constexpr Pixel kRed{255, 0, 0, 255};
 constexpr Pixel kBlue{1, 2, 250, 255};
-
-Bytes Text(std::string_view text) {
-    return {text.begin(), text.end()};
-}
-
-Bytes Part(const Bytes& bytes, std::size_t offset, std::size_t length) {
-    const ByteView part = ByteView(bytes).subspan(offset, length);
-    return {part.begin(), part.end()};
-}
 
 TEST(Checksums, GiveThePublishedValues) {
     EXPECT_EQ(Crc32(Text("123456789")), 0xCBF43926U);

@@ -8,7 +8,7 @@
 namespace pictavo::samples {
 namespace {
 
-constexpr Pixel kRed{255, 0, 0, 255};
+constexpr Pixel kPureRed{255, 0, 0, 255};
 constexpr Pixel kGrey{128, 128, 128, 255};
 constexpr Pixel kBlack{0, 0, 0, 255};
 constexpr Pixel kWhite{255, 255, 255, 255};
@@ -20,7 +20,7 @@ Drawing Row(std::vector<Pixel> pixels) {
 
 /// Red, red, grey, transparent: a run and a literal stretch.
 Bytes FourPixels(std::uint8_t typeCode) {
-    return EncodeForPhone(Row({kRed, kRed, kGrey, kClear}), typeCode);
+    return EncodeForPhone(Row({kPureRed, kPureRed, kGrey, kClear}), typeCode);
 }
 
 Drawing AllDifferent(int width) {
@@ -57,7 +57,7 @@ TEST(PictureEncoders, StoresCompressedBitsAsRunsAndGroupsOfSeven) {
 }
 
 TEST(PictureEncoders, SplitsLongRunsAndLongLiteralStretches) {
-    EXPECT_EQ(EncodeForPhone(DrawOneColour(200, 1, kRed), 0x85), (Bytes{0x7F, 0xE0, 0x49, 0xE0}));
+    EXPECT_EQ(EncodeForPhone(DrawOneColour(200, 1, kPureRed), 0x85), (Bytes{0x7F, 0xE0, 0x49, 0xE0}));
     const Bytes literals = EncodeForPhone(AllDifferent(130), 0x8A);
     ASSERT_EQ(literals.size(), 1U + 128 * 4 + 1 + 2 * 4);
     EXPECT_EQ(literals[0], 0x80);
@@ -65,7 +65,7 @@ TEST(PictureEncoders, SplitsLongRunsAndLongLiteralStretches) {
 }
 
 TEST(PictureEncoders, ExpectWhatAReaderShowsOfEachType) {
-    const Drawing drawing = Row({kRed, kGrey, kClear, kWhite});
+    const Drawing drawing = Row({kPureRed, kGrey, kClear, kWhite});
     const Pixel red{255, 0, 0, 0}, black{0, 0, 0, 0}, white{255, 255, 255, 0};
     using Pixels = std::vector<Pixel>;
     EXPECT_EQ(ExpectedPixels(drawing, 0x81), (Pixels{black, white, white, white}));

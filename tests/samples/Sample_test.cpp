@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "Parts.h"
 #include "samples/Checksums.h"
 #include "samples/PictureEncoders.h"
 #include "samples/Replacements.h"
@@ -12,11 +13,6 @@ namespace pictavo::samples {
 namespace {
 
 constexpr std::uint64_t kMiB = 1U << 20;
-
-Bytes Part(const Bytes& bytes, std::uint64_t offset, std::uint64_t length) {
-    const ByteView part = ByteView(bytes).subspan(offset, length);
-    return {part.begin(), part.end()};
-}
 
 SampleSpec Spec(FlashKind kind, int sizeMiB, int pictures) {
     SampleSpec spec;

@@ -10,7 +10,7 @@ namespace {
 using ::testing::IsEmpty;
 using Lines = std::vector<std::string>;
 
-const std::string kProgram = "C:\\Program Files\\Pictavo\\Pictavo.exe";
+const std::string kWindowsProgram = "C:\\Program Files\\Pictavo\\Pictavo.exe";
 
 class CFileAssociationTest : public ::testing::Test {
   protected:
@@ -20,7 +20,7 @@ class CFileAssociationTest : public ::testing::Test {
     }
 
     Status Register(const std::string& extension) {
-        return RegisterPictureFileType(store, kProgram, extension, "Graphic Patch File");
+        return RegisterPictureFileType(store, kWindowsProgram, extension, "Graphic Patch File");
     }
 
     std::string IconFor(const std::string& icon, const std::string& exePath) {
@@ -31,7 +31,7 @@ class CFileAssociationTest : public ::testing::Test {
     }
 
     FakeKeyStore store;
-    CFileAssociation association{store, kProgram};
+    CFileAssociation association{store, kWindowsProgram};
 };
 
 /// Kept: the command is "open" at first.
@@ -42,9 +42,9 @@ TEST_F(CFileAssociationTest, APictureFileTypeIsWrittenInThisOrder) {
         (Lines{"create .gpf", "write .gpf [] gpffile", "create .gpf\\ShellNew",
                "write .gpf\\ShellNew [NullFile] ", "create gpffile", "write gpffile [] Graphic Patch File",
                "create gpffile\\shell\\open\\command", "write gpffile\\shell\\open\\command [] open",
-               "create gpffile\\DefaultIcon", "write gpffile\\DefaultIcon [] " + kProgram + ",0",
+               "create gpffile\\DefaultIcon", "write gpffile\\DefaultIcon [] " + kWindowsProgram + ",0",
                "create gpffile\\shell\\open\\command",
-               "write gpffile\\shell\\open\\command [] " + kProgram + " \"%1\""}));
+               "write gpffile\\shell\\open\\command [] " + kWindowsProgram + " \"%1\""}));
 }
 
 TEST_F(CFileAssociationTest, BothExtensionsShareTheType) {
@@ -61,7 +61,7 @@ TEST_F(CFileAssociationTest, BothExtensionsShareTheType) {
 /// Kept: no quotation marks around a path with blanks.
 TEST_F(CFileAssociationTest, TheProgramStandsUnquotedInTheCommand) {
     EXPECT_TRUE(Register(".gpf"));
-    EXPECT_EQ(store.keys["gpffile\\shell\\open\\command"][""], kProgram + " \"%1\"");
+    EXPECT_EQ(store.keys["gpffile\\shell\\open\\command"][""], kWindowsProgram + " \"%1\"");
 }
 
 TEST_F(CFileAssociationTest, RegisteringTwiceChangesNothing) {
@@ -76,13 +76,13 @@ TEST_F(CFileAssociationTest, OldValuesAreOverwritten) {
     store.keys["gpffile\\shell\\open\\command"][""] = "other.exe \"%1\"";
     EXPECT_TRUE(Register(".gpf"));
     EXPECT_EQ(store.keys[".gpf"][""], "gpffile");
-    EXPECT_EQ(store.keys["gpffile\\shell\\open\\command"][""], kProgram + " \"%1\"");
+    EXPECT_EQ(store.keys["gpffile\\shell\\open\\command"][""], kWindowsProgram + " \"%1\"");
 }
 
 TEST_F(CFileAssociationTest, TheIconIsTheProgramANumberInItOrALocation) {
     EXPECT_EQ(IconFor("", "D:\\x.exe"), "D:\\x.exe");
-    EXPECT_EQ(IconFor("3", "D:\\x.exe"), kProgram + ",3");
-    EXPECT_EQ(IconFor("-101", ""), kProgram + ",-101");
+    EXPECT_EQ(IconFor("3", "D:\\x.exe"), kWindowsProgram + ",3");
+    EXPECT_EQ(IconFor("-101", ""), kWindowsProgram + ",-101");
     EXPECT_EQ(IconFor("D:\\icons.dll,7", "D:\\x.exe"), "D:\\icons.dll,7");
     for (const std::string noNumber : {"-", "3a", "3,1"}) EXPECT_EQ(IconFor(noNumber, ""), noNumber);
 }

@@ -20,8 +20,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Environment = pictavo::tests::Environment;
 
-[[maybe_unused]] const auto* const kApplication = ProvideCoreApplication();
-
 constexpr const char* kEntry = "pictavo-gpffile.desktop";
 
 /// A user's folders of their own, empty at first; the store takes them from the environment.

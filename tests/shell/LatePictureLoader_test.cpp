@@ -10,8 +10,6 @@
 namespace pictavo::tests {
 namespace {
 
-[[maybe_unused]] const auto* const kApplication = ProvideCoreApplication();
-
 const std::filesystem::path kPrograms(PICTAVO_BIN_DIR);
 
 class LatePictureLoaderTest : public ::testing::Test {

@@ -14,8 +14,6 @@
 namespace pictavo::tests {
 namespace {
 
-[[maybe_unused]] const auto* const kApplication = ProvideCoreApplication();
-
 /// Else the toolkit asks itself where its messages go.
 [[maybe_unused]] const bool kSpeaksToStandardError = qputenv("QT_FORCE_STDERR_LOGGING", "1");
 

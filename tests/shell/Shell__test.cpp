@@ -12,8 +12,6 @@
 namespace pictavo::tests {
 namespace {
 
-[[maybe_unused]] const auto* const kApplication = ProvideCoreApplication();
-
 /// A program that writes each of its arguments, ended by a zero byte, into the file `told`.
 class ChildProcessRunnerTest : public ::testing::Test {
   protected:

@@ -13,8 +13,6 @@ namespace {
 
 using Environment = pictavo::tests::Environment;
 
-[[maybe_unused]] const auto* const kApplication = ProvideCoreApplication();
-
 TEST(SystemStore, IsTheUsersDesktop) {
     const TempFolder temp;
     Environment environment;

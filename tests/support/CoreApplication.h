@@ -24,11 +24,8 @@ class CoreApplication final : public ::testing::Environment {
     std::unique_ptr<QCoreApplication> application_;
 };
 
-/// One of these in a test file gives the test program its application; further ones do nothing.
-inline ::testing::Environment* ProvideCoreApplication() {
-    static ::testing::Environment* const provided =
-        ::testing::AddGlobalTestEnvironment(std::make_unique<CoreApplication>().release());
-    return provided;
-}
+/// Every program of tests with a file that includes this has its application.
+inline const auto* const kApplication =
+    ::testing::AddGlobalTestEnvironment(std::make_unique<CoreApplication>().release());
 
 }  // namespace pictavo::tests

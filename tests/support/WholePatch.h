@@ -8,6 +8,10 @@
 
 namespace pictavo::tests {
 
+inline MemorySource SourceOf(const std::string& text) {
+    return MemorySource(Bytes(text.begin(), text.end()));
+}
+
 /// Fails as PatchReader does.
 inline Result<std::vector<PatchEntry>> ReadWholePatch(const ByteSource& patch) {
     std::vector<PatchEntry> entries;

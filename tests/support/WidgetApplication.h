@@ -27,11 +27,8 @@ class WidgetApplication final : public ::testing::Environment {
     std::unique_ptr<Application> application_;
 };
 
-/// One of these in a test file gives the test program its application; further ones do nothing.
-inline ::testing::Environment* ProvideWidgetApplication() {
-    static ::testing::Environment* const provided =
-        ::testing::AddGlobalTestEnvironment(std::make_unique<WidgetApplication>().release());
-    return provided;
-}
+/// Every program of tests with a file that includes this has its application.
+inline const auto* const kApplication =
+    ::testing::AddGlobalTestEnvironment(std::make_unique<WidgetApplication>().release());
 
 }  // namespace pictavo::tests

@@ -7,8 +7,6 @@
 namespace pictavo::tests {
 namespace {
 
-[[maybe_unused]] const auto* const kApplication = ProvideWidgetApplication();
-
 TEST(AppIcon, IsAPngFileOfTheSizeAskedForWithTransparentCorners) {
     for (const int size : {16, 48, 256}) {
         const Bytes file = AppIconPng(size);

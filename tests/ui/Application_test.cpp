@@ -10,8 +10,6 @@
 namespace pictavo::tests {
 namespace {
 
-const auto* const kApplication = ProvideWidgetApplication();
-
 /// Needs more memory for every event than there is.
 class Greedy final : public QObject {
   protected:

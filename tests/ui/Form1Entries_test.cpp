@@ -5,8 +5,6 @@
 namespace pictavo::tests {
 namespace {
 
-const auto* const kApplication = ProvideWidgetApplication();
-
 /// Cancels everything, and counts.
 class CancellingPrompts final : public Prompts {
   public:

@@ -11,8 +11,6 @@
 namespace pictavo::tests {
 namespace {
 
-const auto* const kApplication = ProvideWidgetApplication();
-
 class Form1StartTest : public WindowFixture {
   protected:
     Form1StartTest() { associations = &desktop; }

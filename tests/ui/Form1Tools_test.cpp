@@ -8,8 +8,6 @@
 namespace pictavo::tests {
 namespace {
 
-const auto* const kApplication = ProvideWidgetApplication();
-
 using std::string_literals::operator""s;
 
 class Form1ToolsTest : public WindowFixture {

@@ -21,8 +21,6 @@
 namespace pictavo::tests {
 namespace {
 
-const auto* const kApplication = ProvideWidgetApplication();
-
 class Form1Test : public WindowFixture {
   protected:
     /// As a desktop does it: nothing is dropped that was not let in.

@@ -8,8 +8,6 @@
 namespace pictavo::tests {
 namespace {
 
-const auto* const kApplication = ProvideWidgetApplication();
-
 class Form2Test : public WindowFixture {
   protected:
     void Open() {

@@ -9,8 +9,6 @@
 namespace pictavo::tests {
 namespace {
 
-const auto* const kApplication = ProvideWidgetApplication();
-
 class Form3Test : public WindowFixture {
   protected:
     /// Opened over a picture of one pixel, 30 20 10 with alpha 40 (hex).

@@ -10,8 +10,6 @@
 namespace pictavo::tests {
 namespace {
 
-[[maybe_unused]] const auto* const kApplication = ProvideWidgetApplication();
-
 PictureRecord Record(int number) {
     return {.number = number,
             .width = 16,

@@ -17,8 +17,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-[[maybe_unused]] const auto* const kApplication = ProvideWidgetApplication();
-
 /// Counts how often it is asked for a text.
 class CountingModel final : public QAbstractTableModel {
   public:

@@ -14,8 +14,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-[[maybe_unused]] const auto* const kApplication = ProvideWidgetApplication();
-
 constexpr int kFrameLine = 1;
 
 /// Every point differs from all its neighbours, so that smoothing or a shift shows.

@@ -8,8 +8,6 @@
 namespace pictavo::tests {
 namespace {
 
-[[maybe_unused]] const auto* const kApplication = ProvideWidgetApplication();
-
 QImage Drawn(const QIcon& icon) {
     return icon.pixmap(QSize(16, 16), 1.0).toImage().convertToFormat(QImage::Format_ARGB32);
 }

@@ -14,8 +14,6 @@
 namespace pictavo::tests {
 namespace {
 
-const auto* const kApplication = ProvideWidgetApplication();
-
 class QtPromptsTest : public ::testing::Test {
   protected:
     QtPromptsTest() {

@@ -8,8 +8,6 @@
 namespace pictavo::tests {
 namespace {
 
-const auto* const kApplication = ProvideWidgetApplication();
-
 /// A file of translations as short as it is taken: its signature, the end of a message, and one hash of it.
 Bytes TranslationFile() {
     return {0x3C, 0xB8, 0x64, 0x18, 0xCA, 0xEF, 0x9C, 0x95, 0xCD, 0x21, 0x1C, 0xBF, 0x60,

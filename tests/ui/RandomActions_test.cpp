@@ -12,8 +12,6 @@
 namespace pictavo::tests {
 namespace {
 
-[[maybe_unused]] const auto* const kApplication = ProvideWidgetApplication();
-
 #ifdef __SANITIZE_ADDRESS__
 constexpr int kActions = 20'000;
 #else

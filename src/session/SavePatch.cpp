@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/PictureTable.h"
 #include "patch/FreeFlash.h"
 #include "patch/PatchWriter.h"
 #include "session/Messages.h"
@@ -28,12 +29,20 @@ std::optional<Error> ProblemOf(const Session& session, const PatchSection& secti
     return std::nullopt;
 }
 
+/// The error's boxes, titled with the picture's number.
+void TellProblem(const Session& session, Ports& ports, const Problem& problem) {
+    for (Notice notice : NoticesOf(session.texts, problem.error)) {
+        if (problem.number) notice.title = PictureNumberText(*problem.number);
+        ports.prompts.Tell(notice);
+    }
+}
+
 /// Each picture that the patch will lack has a box of its own, also one whose work file could not be read.
 void TellProblems(const Session& session, Ports& ports, const PatchPlan& plan, Outcome& outcome) {
     for (const PatchSection& section : plan.sections)
         if (const auto problem = ProblemOf(session, section))
             outcome.problems.push_back({*problem, section.row.record.number});
-    for (const Problem& problem : outcome.problems) Tell(session, ports, problem.error);
+    for (const Problem& problem : outcome.problems) TellProblem(session, ports, problem);
 }
 
 Status AppendPngPatch(const Session& session, OutputFile& patch) {

@@ -200,6 +200,7 @@ TEST_F(SavePatchTest, NoFreeMemoryKeepsThePicturePendingAndWritesTheOthers) {
     EXPECT_TRUE(text.starts_with("\r\n; ##### Picture 0000 #####\r\n\r\n; ##### Picture 0001 #####\r\n0"));
     EXPECT_EQ(scripted.prompts.NoticeTexts(),
               (std::vector<std::string>{"Can't find free memory in fullflash!", "Succes"}));
+    EXPECT_EQ(scripted.prompts.notices[0].title, "0000");
     EXPECT_EQ(outcome.problems.at(0).number, 0);
     EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0000.gpf2"});
     EXPECT_TRUE(session.savePatchEnabled);
@@ -453,6 +454,7 @@ class PendingPngTest : public SavePatchTest {
         EXPECT_EQ(outcome.problems[0].error, (Error{ErrorKind::Conflict, flashPath, 0x180000, kReason}));
         EXPECT_EQ(scripted.prompts.NoticeTexts(),
                   (std::vector<std::string>{flashPath.string() + "\rat 0x180000: " + kReason, "Succes"}));
+        EXPECT_EQ(scripted.prompts.notices[0].title, "0000");
         EXPECT_EQ(ListNames(session.workFiles.folder), std::vector<std::string>{"0000.gpf2"});
         EXPECT_TRUE(session.savePatchEnabled);
         EXPECT_FALSE(session.pngPatchPending);

@@ -1,5 +1,5 @@
 /// pictavo-bench-window: what pictavo-bench times of the window, each in a process of its own, on the
-/// offscreen platform.
+/// display that there is, else on the offscreen platform.
 ///   empty                 shows an empty main window of the same size, and ends when it is painted
 ///   open FLASH FOLDER     shows the window with the flash open, and ends when its first picture is painted
 ///   keys FLASH            prints the milliseconds from an arrow key to the painted picture, at X4, and

@@ -32,7 +32,7 @@ struct AppSettings {
 
 /// Reads the lines of a settings file over `initial`. Kept: a line belongs to every key that it begins with,
 /// whatever follows the key; a check box is on when the line ends in "true" exactly. The last line of a key
-/// wins, lines of no key are passed over. Fails with ReadFailed.
+/// wins, lines of no key are passed over. Fails as LineReader does.
 Result<AppSettings> ReadAppSettings(const ByteSource& source, AppSettings initial);
 
 /// The same from a file; a missing one gives `initial`. Fails with FileMissing when what stands there cannot

@@ -22,7 +22,7 @@ class WriteBehind {
     };
 
     /// Takes a file over. Now and then it waits until those before are written, so that no more is held than
-    /// half a MiB, or two files where they are larger. No two files may have one target.
+    /// half a MiB and two files. No two files may have one target.
     void Add(File file);
 
     /// Writes the rest, and returns how WriteWholeFile ended for each, in the order of Add. To be called

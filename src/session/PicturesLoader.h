@@ -10,7 +10,8 @@ namespace pictavo {
 /// alpha, everything else through the system's readers.
 ///
 /// Fails with TooLarge above 240 x 320, ConverterMissing, ConverterFailed, FileMissing, UnknownFile,
-/// Truncated, Malformed, ReadFailed; then the Raster and what is shown are as they were.
+/// Truncated, Malformed, Overflow, ReadFailed, WriteFailed; then the Raster and what is shown are as they
+/// were.
 Status PicturesLoader(Session& session, Ports& ports, const std::filesystem::path& path,
                       const ChannelFlags& flags = {});
 

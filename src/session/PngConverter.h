@@ -15,8 +15,8 @@ std::filesystem::path ConverterOf(const Session& session);
 Status CheckConverter(const Session& session);
 
 /// Converts a PNG file to a bitmap and returns its path. Kept: colour types 0, 4 and 6 are converted with
-/// alpha, every other one without. Fails with ConverterMissing and, when no bitmap came out, with
-/// ConverterFailed.
+/// alpha, every other one without. Fails with ConverterMissing, when no bitmap came out with
+/// ConverterFailed, and with WriteFailed when an old result cannot be removed.
 Result<std::filesystem::path> ConvertPngToBitmap(const Session& session, ProcessRunner& processes,
                                                  const std::filesystem::path& png, int colourType);
 

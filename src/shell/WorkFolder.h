@@ -9,9 +9,9 @@
 namespace pictavo {
 
 /// The folder of one running program's work and temporary files, which no other one uses meanwhile: the
-/// folder that TMP names, held by a lock file; when another program holds that, a private folder inside it;
-/// without such a folder a private one in the system's folder for temporary files. A private folder is named
-/// pictavo-XXXXXX and only this user can enter it.
+/// folder that TMP names, held by a lock file; when another program holds that or others may write to it, a
+/// private folder inside it; without such a folder a private one in the system's folder for temporary files.
+/// A private folder is named pictavo-XXXXXX and only this user can enter it.
 class WorkFolder {
   public:
     /// Fails with WriteFailed when no folder can be written.

@@ -107,12 +107,14 @@ TEST_F(CarveTest, AnInterruptedSearchKeepsWholeFilesAndSaysSo) {
     const auto source = temp / "long.bin";
     WriteFile(source, Gif(20));
     std::filesystem::resize_file(source, std::uintmax_t{64} << 30);  // a hole takes no room
-    StartedProgram started({program, "carve", "xml", source.string(), "-o", Path("out")}, around);
-    ASSERT_TRUE(Await([&] { return std::filesystem::exists(temp / "out"); }));
+    StartedProgram started({program, "carve", "gif", source.string(), "-o", Path("out")}, around);
+    ASSERT_TRUE(Await([&] { return std::filesystem::exists(temp / "out/00000000.gif"); }));
     const Ended ended = started.End(SIGINT);
     EXPECT_EQ(ended.status, 1);
-    EXPECT_EQ(ended.out, "found 0\n");
+    EXPECT_EQ(ended.out, "found 1\n");
     EXPECT_EQ(ended.err, "pictavo-cli: stopped before the end\n");
+    EXPECT_EQ(ListNames(temp / "out"), Names{"00000000.gif"});
+    EXPECT_EQ(ReadText(temp / "out/00000000.gif"), Gif(20));
 }
 
 TEST_F(CarveTest, ASamplesFilesComeOutByteForByte) {

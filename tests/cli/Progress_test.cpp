@@ -18,6 +18,7 @@ class ProgressTest : public CliTest {
         std::vector<std::string> environment = around.environment;
         int terminal = -1;
         const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+        if (child < 0) std::abort();
         if (child == 0) {
             execve(program.c_str(), child_process::Pointers(arguments).data(),
                    child_process::Pointers(environment).data());

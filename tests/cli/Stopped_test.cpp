@@ -10,6 +10,7 @@ class StoppedTest : public CliTest {
   protected:
     // So much work that a test which is late still comes before its end.
     static constexpr int kPictures = 2000;
+    static constexpr int kRounds = 20;
     static constexpr std::uintmax_t kLongFlash = std::uintmax_t{1} << 30;
     static constexpr std::uint64_t kSources = 30;
     static constexpr std::uint64_t kShortSource = 2U << 20;
@@ -41,8 +42,8 @@ class StoppedTest : public CliTest {
     std::string WaitingConverter() {
         const std::string log = " >>'" + Path("conversions") + "'\n";
         const std::string ready = Write("ready", samples::MakeBmp(samples::DrawIcon(8, 8, 1), 24));
-        return WriteProgram("waiting", "#!/bin/sh\necho begun" + log + "while [ ! -e '" + Path("go") +
-                                           "' ]; do sleep 0.01; done\n" +
+        return WriteProgram("waiting", "#!/bin/sh\necho begun" + log + "while [ -e \"$0\" ] && [ ! -e '" +
+                                           Path("go") + "' ]; do sleep 0.01; done\n" +
                                            "while [ $1 != -o ]; do shift; done\ncp '" + ready +
                                            "' \"$2\"\necho ended" + log);
     }
@@ -85,21 +86,36 @@ class StoppedTest : public CliTest {
         return ended;
     }
 
+    /// Ends the program once it `isAtWork` on what is prepared, and tries again where a busy machine let it
+    /// come to its own end before.
+    Ended EndAtWork(const Arguments& command, int signal, const std::function<void()>& prepare,
+                    const std::function<bool(const StartedProgram&)>& isAtWork) const {
+        for (int round = 1;; ++round) {
+            prepare();
+            StartedProgram started(command, around);
+            EXPECT_TRUE(Await([&] { return isAtWork(started) || started.HasEnded(); }));
+            Ended ended = started.End(signal);
+            if (ended.status != 0 || round == kRounds) return ended;
+        }
+    }
+
     /// Ends the program in the middle of a long output.
     Ended EndWhileWriting(const Arguments& command, int signal) const {
-        StartedProgram started(command, around);
-        EXPECT_TRUE(Await([&] { return started.BytesWritten() > 1U << 20; }));
-        return started.End(signal);
+        return EndAtWork(
+            command, signal, [this] { PutBackProtected(); },
+            [](const StartedProgram& started) { return started.BytesWritten() > 1U << 20; });
     }
 
     /// Its block of pictures, at 0xC0000, is as long as so many sources.
     std::string LongFlash(std::uint64_t sourceLength) {
         FlashBuilder flash(FlashKind::NewSGold);
-        flash.Size((kSources + 2) * sourceLength);
+        flash.Size(2U << 20);
         for (std::uint64_t i = 0; i <= kSources; ++i)
-            flash.AddPictureAt(0xC0000 + i * sourceLength, 4, 4, 0x05, Bytes(16, 1));
+            flash.AddPictureAt(0xC0000 + i * sourceLength, 4, 4, 0x05, {});
         const std::filesystem::path path = temp / "flash.bin";
-        EXPECT_TRUE(flash.WriteTo(path));  // too long to be looked at again
+        EXPECT_TRUE(flash.WriteTo(path));
+        std::filesystem::resize_file(path,
+                                     (kSources + 2) * sourceLength);  // pictures in a hole, without room
         return path.string();
     }
 
@@ -173,10 +189,9 @@ TEST_F(StoppedTest, AKilledApplyLeavesTheOldCopyAsItWas) {
 TEST_F(StoppedTest, APoliteEndFinishesTheFileAtHandAndLeavesNothingBehind) {
     const std::string flash = ManyPictures();
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        PutOldFiles();
-        StartedProgram started(ExportOver(flash), around);
-        ASSERT_TRUE(Await([&] { return std::filesystem::file_size(Out(0)) != 3; }));
-        const Ended ended = started.End(signal);
+        const Ended ended = EndAtWork(
+            ExportOver(flash), signal, [this] { PutOldFiles(); },
+            [this](const StartedProgram&) { return std::filesystem::file_size(Out(0)) != 3; });
         EXPECT_EQ(ended.status, 1);
         ExpectOneComplaint(ended, {"stopped"});
         EXPECT_EQ(ended.out, "exported " + std::to_string(CountNew()) + "\n");
@@ -257,7 +272,9 @@ TEST_F(StoppedTest, AKilledBackupKeepsTheOldBlock) {
 
 TEST_F(StoppedTest, AnInterruptedBackupWritesItsBlockToTheEnd) {
     const Arguments backup{program, "backup-pit", LongFlash(kShortSource), "-o", OldBlocks(), "--overwrite"};
-    ExpectDone(EndWhileWriting(backup, SIGINT));
+    StartedProgram started(backup, around);
+    ASSERT_TRUE(Await([&] { return started.BytesWritten() > 1U << 20 || started.HasEnded(); }));
+    ExpectDone(started.End(SIGINT));
     EXPECT_EQ(std::filesystem::file_size(temp / "out/0x00C0000.bin"), kSources * kShortSource + 16);
 }
 

@@ -52,10 +52,11 @@ TEST_F(TwoAtOnceTest, OfTwoThatWriteOneFileOneIsWhole) {
     const Bytes ofOther = MadeAlone(other, "other");
     other[4] = Path("one.vkp");
     for (int round = 0; round < 10; ++round) {
+        WriteFile(temp / "one.vkp", std::string("old"));
         StartedProgram first(one, around);
         StartedProgram second(other, around);
-        first.AwaitEnd();
-        second.AwaitEnd();
+        EXPECT_EQ(first.AwaitEnd().status, 0);
+        EXPECT_EQ(second.AwaitEnd().status, 0);
         EXPECT_TRUE(Made("one") == ofOne || Made("one") == ofOther);
     }
 }

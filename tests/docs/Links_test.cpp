@@ -93,15 +93,23 @@ TEST(Links, EveryNameOfCodeOnAFormatPageStandsInTheSources) {
     std::string sources;
     for (const fs::path& file : FilesUnder(SourceTree() / "src", {".h", ".cpp", ".in"}))
         sources += file.filename().string() + ReadText(file);
+    std::size_t names = 0;
     for (const fs::path& page : FilesUnder(Formats(), {".md"}))
-        for (const std::string& name : Matches(WithoutBlocks(ReadText(page)), R"(`([A-Za-z_]\w{3,})`)"))
+        for (const std::string& name : Matches(WithoutBlocks(ReadText(page)), R"(`([A-Za-z_]\w{3,})`)")) {
             EXPECT_NE(sources.find(name), std::string::npos) << page.filename() << " names " << name;
+            ++names;
+        }
+    EXPECT_GT(names, 0U);
 }
 
 TEST(Links, EverySourceFileOnAFormatPageExists) {
+    std::size_t paths = 0;
     for (const fs::path& page : FilesUnder(Formats(), {".md"}))
-        for (const std::string& path : Matches(ReadText(page), R"(`((?:src|tests)/[\w/.]+)`)"))
+        for (const std::string& path : Matches(ReadText(page), R"(`((?:src|tests)/[\w/.]+)`)")) {
             EXPECT_TRUE(fs::exists(SourceTree() / path)) << page.filename() << " names " << path;
+            ++paths;
+        }
+    EXPECT_GT(paths, 0U);
 }
 
 }  // namespace

@@ -21,6 +21,7 @@ std::string Manual() {
 LanguageTable English() {
     LanguageTable table;
     EXPECT_TRUE(LoadLanguage({SourceTree() / "lang"}, "English", CodePage::Windows1252, table));
+    EXPECT_FALSE(table.captions.empty());
     return table;
 }
 

@@ -26,7 +26,7 @@ fail() {
 # The window of this title, once it is there, with the keyboard in it: there is no window manager to give it that.
 window() {
     local id
-    id=$(timeout 20 xdotool search --sync --onlyvisible --name "$1" | tail -n 1) || fail "no window is called $1"
+    id=$(timeout 120 xdotool search --sync --onlyvisible --name "$1" | tail -n 1) || fail "no window is called $1"
     xdotool windowfocus --sync "$id" 2>/dev/null || true
     sleep 0.6
 }

@@ -31,8 +31,10 @@ class FreedesktopStoreTest : public ::testing::Test {
         environment.Set("XDG_CONFIG_HOME", config.string());
         environment.Set("XDG_DATA_DIRS", system.string());
         environment.Set("XDG_CONFIG_DIRS", (temp / "etc").string());
-        environment.Unset("XDG_CURRENT_DESKTOP");
-        environment.Unset("KDE_SESSION_VERSION");
+        for (const char* session :
+             {"XDG_CURRENT_DESKTOP", "DESKTOP_SESSION", "KDE_SESSION_VERSION", "KDE_FULL_SESSION",
+              "GNOME_DESKTOP_SESSION_ID", "MATE_DESKTOP_SESSION_ID"})
+            environment.Unset(session);
     }
 
     FreedesktopStore Store() {
@@ -368,7 +370,7 @@ class DesktopsOwnView : public FreedesktopStoreTest {
     static std::string OutputOf(const char* tool, const QStringList& arguments) {
         QProcess process;
         process.start(tool, arguments);
-        EXPECT_TRUE(process.waitForFinished()) << tool;
+        EXPECT_TRUE(process.waitForFinished(-1)) << tool;
         EXPECT_EQ(process.exitCode(), 0) << tool << ": " << process.readAllStandardError().toStdString();
         return process.readAllStandardOutput().trimmed().toStdString();
     }

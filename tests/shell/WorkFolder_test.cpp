@@ -82,11 +82,13 @@ TEST_F(WorkFolderTest, OfAKilledProgramIsFree) {
     int ready[2];
     ASSERT_EQ(pipe(ready), 0);
     const pid_t child = fork();
+    ASSERT_GE(child, 0);
     if (child == 0) {
         const auto held = WorkFolder::Open();
         if (write(ready[1], held ? "y" : "n", 1) != 1) _exit(1);
         for (;;) pause();
     }
+    close(ready[1]);
     char answer = 0;
     EXPECT_EQ(read(ready[0], &answer, 1), 1);
     EXPECT_EQ(answer, 'y');
@@ -94,7 +96,6 @@ TEST_F(WorkFolderTest, OfAKilledProgramIsFree) {
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
     close(ready[0]);
-    close(ready[1]);
     EXPECT_EQ(OpenOne().Path(), named);
 }
 

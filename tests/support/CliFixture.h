@@ -48,6 +48,14 @@ class CliTest : public ::testing::Test {
         protected_.push_back({path, ReadFile(path), std::filesystem::last_write_time(path)});
     }
 
+    void PutBackProtected() const {
+        for (const Protected& file : protected_) {
+            if (ReadFile(file.path) == file.bytes) continue;
+            WriteFile(file.path, file.bytes);
+            std::filesystem::last_write_time(file.path, file.time);
+        }
+    }
+
     std::string Write(const FlashBuilder& flash, const std::string& name = "flash.bin") {
         const std::filesystem::path path = temp / name;
         const samples::Outcome written = flash.WriteTo(path);

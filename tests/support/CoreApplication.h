@@ -12,6 +12,7 @@ namespace pictavo::tests {
 class CoreApplication final : public ::testing::Environment {
   public:
     void SetUp() override {
+        qputenv("LC_ALL", "C.UTF-8");  // what the system says is told in its words
         for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) qunsetenv(variable);
         application_ = std::make_unique<QCoreApplication>(count_, arguments_);
     }

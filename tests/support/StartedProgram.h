@@ -14,6 +14,7 @@ class StartedProgram {
   public:
     explicit StartedProgram(const std::vector<std::string>& command, const Surroundings& around = {}) {
         child_ = fork();
+        if (child_ < 0) std::abort();  // a signal to it would go to every program
         if (child_ == 0) child_process::Become(command, around, scratch_ / "out", scratch_ / "err");
     }
     ~StartedProgram() {
@@ -44,8 +45,15 @@ class StartedProgram {
         return count.empty() ? 0 : std::stoull(count);
     }
 
-    /// Whether the signal would be handled by the program, not by the system.
+    bool HasEnded() const {
+        const std::string state = WhatTheSystemSays("status", "State:");
+        return state.empty() || state == "Z";
+    }
+
+    /// Whether the signal would be handled by the program, not by the system. One that has ended handles
+    /// none.
     bool Handles(int signal) const {
+        if (HasEnded()) return false;
         const std::string handled = WhatTheSystemSays("status", "SigCgt:");
         return !handled.empty() && (std::stoull(handled, nullptr, 16) >> (signal - 1)) % 2 == 1;
     }

@@ -20,7 +20,8 @@ class TempFolder {
     TempFolder() {
         std::random_device random;
         do {
-            path_ = std::filesystem::temp_directory_path() / ("pictavo-test-" + std::to_string(random()));
+            path_ = std::filesystem::canonical(std::filesystem::temp_directory_path()) /
+                    ("pictavo-test-" + std::to_string(random()));
         } while (!std::filesystem::create_directory(path_));
         std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
     }

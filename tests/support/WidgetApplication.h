@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 
+#include "support/TempFolder.h"
 #include "ui/Application.h"
 
 namespace pictavo::tests {
@@ -13,7 +14,11 @@ namespace pictavo::tests {
 class WidgetApplication final : public ::testing::Environment {
   public:
     void SetUp() override {
-        for (const char* variable : {"QT_SCALE_FACTOR", "QT_STYLE_OVERRIDE"}) qunsetenv(variable);
+        qputenv("LC_ALL", "C.UTF-8");  // what the system says is told in its words
+        for (const char* variable : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI",
+                                     "QT_STYLE_OVERRIDE", "QT_QPA_PLATFORMTHEME"})
+            qunsetenv(variable);
+        qputenv("XDG_CONFIG_HOME", config_.Path().string().c_str());  // where choosers keep their history
         qputenv("QT_QPA_PLATFORM", "offscreen");
         application_ = std::make_unique<Application>(count_, arguments_);
         QApplication::setKeyboardInputInterval(60'000);  // a busy machine types slowly
@@ -21,6 +26,7 @@ class WidgetApplication final : public ::testing::Environment {
     void TearDown() override { application_.reset(); }
 
   private:
+    TempFolder config_;
     int count_ = 1;
     char name_[16] = "pictavo-tests";
     char* arguments_[2] = {name_, nullptr};

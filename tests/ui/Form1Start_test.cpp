@@ -173,7 +173,10 @@ class WithRealPopup final : public PassedOnPrompts {
 class SavePopupTest : public WindowFixture {
   protected:
     void ShowWithPopup() {
-        prompts.popup = [this] { return form->PickSaveCommand(); };
+        prompts.popup = [this] {
+            QTimer::singleShot(0, form.get(), [this] { ActInPopup(); });
+            return form->PickSaveCommand();
+        };
         form = std::make_unique<Form1>(std::move(session),
                                        WindowServices{prompts, scripted.processes, scripted.pictures});
         form->show();
@@ -184,15 +187,12 @@ class SavePopupTest : public WindowFixture {
                Entry("mnu_PopupPic_LoadChannels").isVisible();
     }
 
-    /// Does this once the popup stands.
-    void WithPopup(const std::function<void(QMenu&)>& act) {
-        QTimer::singleShot(0, form.get(), [this, act] {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            ASSERT_NE(menu, nullptr);
-            EXPECT_EQ(menu->objectName(), "mnu_PopupPic");
-            wereChannelsOffered = AreChannelsOffered();
-            act(*menu);
-        });
+    void ActInPopup() {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        EXPECT_EQ(menu->objectName(), "mnu_PopupPic");
+        wereChannelsOffered = AreChannelsOffered();
+        act(*menu);
     }
 
     void Start() {
@@ -201,15 +201,16 @@ class SavePopupTest : public WindowFixture {
     }
 
     WithRealPopup prompts{scripted.prompts};
+    std::function<void(QMenu&)> act;  ///< what is done once the popup stands
     bool wereChannelsOffered = true;
 };
 
 TEST_F(SavePopupTest, OffersTheSaveCommandsOnlyAndWhatIsPickedIsDone) {
     ShowWithPopup();
-    WithPopup([this](QMenu& menu) {
+    act = [this](QMenu& menu) {
         menu.setActiveAction(&Entry("mnu_PopupPic_SaveAsBMP"));
         QTest::keyClick(&menu, Qt::Key_Return);
-    });
+    };
     Start();
     EXPECT_FALSE(wereChannelsOffered);
     EXPECT_TRUE(AreChannelsOffered());
@@ -219,7 +220,7 @@ TEST_F(SavePopupTest, OffersTheSaveCommandsOnlyAndWhatIsPickedIsDone) {
 
 TEST_F(SavePopupTest, ClosedItSavesNothing) {
     ShowWithPopup();
-    WithPopup([](QMenu& menu) { QTest::keyClick(&menu, Qt::Key_Escape); });
+    act = [](QMenu& menu) { QTest::keyClick(&menu, Qt::Key_Escape); };
     Start();
     EXPECT_FALSE(wereChannelsOffered);
     EXPECT_TRUE(AreChannelsOffered());

@@ -19,11 +19,14 @@ class QtPromptsTest : public ::testing::Test {
     QtPromptsTest() {
         prompts.Attach(&window, [] { return SaveCommand::Png; });
     }
+    ~QtPromptsTest() override { EXPECT_EQ(acted_, wanted_) << "a box or chooser did not come"; }
 
     /// Does this to the box or chooser that comes next.
     template <typename Dialog>
     void WithNext(const std::function<void(Dialog&)>& act) {
-        QTimer::singleShot(0, &window, [act] {
+        ++wanted_;
+        QTimer::singleShot(0, &window, [this, act] {
+            ++acted_;
             auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
             ASSERT_NE(dialog, nullptr);
             act(*dialog);
@@ -38,6 +41,10 @@ class QtPromptsTest : public ::testing::Test {
     TempFolder temp;
     QWidget window;
     QtPrompts prompts;
+
+  private:
+    int wanted_ = 0;
+    int acted_ = 0;
 };
 
 TEST_F(QtPromptsTest, AQuestionShowsItsLinesAsPlainText) {
